@@ -1,0 +1,39 @@
+// What the program asks of the desktop besides its window. All texts are UTF-8 and plain: a
+// platform shows them letter for letter, with CR LF as one line break.
+#pragma once
+
+#include <string>
+
+namespace zendor {
+
+enum class MessageIcon { None, Critical, Exclamation };
+enum class MessageButtons { Ok, YesNo };
+enum class MessageAnswer { Ok, Yes, No };
+
+struct Message {
+  std::string text;
+  std::string title;
+  MessageIcon icon = MessageIcon::None;
+  MessageButtons buttons = MessageButtons::Ok;
+};
+
+class Desktop {
+ public:
+  Desktop() = default;
+  Desktop(const Desktop&) = delete;
+  Desktop& operator=(const Desktop&) = delete;
+  virtual ~Desktop() = default;
+
+  // Shows a box that is modal to the window and returns when the user has answered it. A box that
+  // is dismissed otherwise answers Ok, or No where the choice is Yes or No.
+  virtual MessageAnswer showMessage(const Message& message) = 0;
+
+  // Handles the window events that are pending, then yields the processor to whoever is ready.
+  // Does not wait for events.
+  virtual void processEvents() = 0;
+
+  // Ends the process at once, with success. Nothing of the program runs afterwards.
+  [[noreturn]] virtual void endProgram() = 0;
+};
+
+}  // namespace zendor

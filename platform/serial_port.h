@@ -1,0 +1,66 @@
+// The serial port that the program asks a machine for: one port object, configured while it is
+// closed, that carries raw bytes in both directions. Byte values are never translated.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace zendor {
+
+// Why the machine refused to open, close or write. The number is the machine's own error code; the
+// description is UTF-8, in the machine's language, and says what a person can do about it.
+struct PortError {
+  std::int32_t number = 0;
+  std::string description;
+};
+
+struct PortConfiguration {
+  std::int16_t receiveThreshold = 0;  // no event handler is installed: no effect
+  std::int16_t sendThreshold = 0;     // the same
+  std::int32_t handshaking = 0;       // 0: neither RTS/CTS nor XON/XOFF
+  bool discardNulBytes = false;
+  std::int32_t inputMode = 0;    // 0: a read gives every byte as it came
+  std::int16_t inputLength = 0;  // 0: a read gives all that waits
+  std::int16_t portNumber = 0;   // 1 is the machine's first serial port
+  std::string settings;          // baud rate, parity, data bits, stop bits: "9600,N,8,1"
+};
+
+class SerialPort {
+ public:
+  SerialPort() = default;
+  SerialPort(const SerialPort&) = delete;
+  SerialPort& operator=(const SerialPort&) = delete;
+  virtual ~SerialPort() = default;
+
+  // Written while the port is closed; an open uses what stands here then.
+  PortConfiguration configuration;
+
+  virtual bool isOpen() const = 0;
+
+  // Opens the configured port for this program alone. Throws PortError and stays closed when there
+  // is no such port, another program holds it, this user may not use it, it is not a serial port,
+  // or it does not take the settings.
+  virtual void open() = 0;
+
+  // Throws PortError when the machine refuses. A line that is gone is closed all the same.
+  virtual void close() = 0;
+
+  // The rest needs an open port. On a line that is gone nothing waits and nothing is to be sent.
+  virtual std::size_t bytesWaiting() = 0;
+
+  // All bytes that wait, in the order of their arrival; they no longer wait afterwards. Never
+  // blocks. The view holds until the next call.
+  virtual std::span<const std::uint8_t> readAll() = 0;
+
+  virtual void discardWaiting() = 0;
+
+  // Bytes written that have not left for the line yet.
+  virtual std::size_t bytesToSend() = 0;
+
+  // Hands over all bytes in one write and does not wait until they have left. Throws PortError.
+  virtual void write(std::span<const std::uint8_t> bytes) = 0;
+};
+
+}  // namespace zendor

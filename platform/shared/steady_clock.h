@@ -1,0 +1,13 @@
+// The tick counter of every machine that has the standard library.
+#pragma once
+
+#include "platform/clock.h"
+
+namespace zendor {
+
+class SteadyClock final : public Clock {
+ public:
+  std::int32_t GetTickCount() const override;
+};
+
+}  // namespace zendor
