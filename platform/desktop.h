@@ -6,6 +6,8 @@
 
 namespace zendor {
 
+inline constexpr const char* kLineBreak = "\r\n";
+
 enum class MessageIcon { None, Critical, Exclamation };
 enum class MessageButtons { Ok, YesNo };
 enum class MessageAnswer { Ok, Yes, No };

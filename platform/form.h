@@ -28,7 +28,7 @@ struct TwipRect {
 };
 
 struct FormFont {
-  std::string family;
+  std::string family = {};
   double points = 0;
   bool bold = false;
 };
@@ -36,10 +36,10 @@ struct FormFont {
 struct FormControl {
   ControlId id;
   ControlKind kind = ControlKind::Label;
-  std::string caption;
+  std::string caption = {};
   TwipRect rect;
-  int tabIndex = 0;              // the order of the keyboard focus; 0 has it first
-  std::optional<FormFont> font;  // none: the platform's default dialog font
+  int tabIndex = 0;                   // the order of the keyboard focus; 0 has it first
+  std::optional<FormFont> font = {};  // none: the platform's default dialog font
   bool centred = false;
   bool singleBorder = false;
   bool highlightTextBackground = false;  // the text on it stays readable in every theme
@@ -49,17 +49,17 @@ struct FormControl {
 
 struct FormMenu {
   std::string_view name;  // static storage
-  std::string caption;
+  std::string caption = {};
   std::vector<std::string> items;  // "-" is a separator
 };
 
 // A fixed-size dialog window without minimise and maximise buttons, centred at its first show.
 struct FormDescription {
-  std::string caption;
+  std::string caption = {};
   int width = 0;
   int height = 0;
-  std::vector<FormMenu> menus;
-  std::vector<FormControl> controls;
+  std::vector<FormMenu> menus = {};
+  std::vector<FormControl> controls = {};
 };
 
 class FormEvents {
