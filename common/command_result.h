@@ -1,0 +1,21 @@
+// What a device command returns: its display name, " = " and the reply text, or a text that begins
+// with "Error : ".
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace zendor {
+
+// How every failure begins.
+inline constexpr std::string_view kErrorPrefix = "Error : ";
+
+bool Tool_IsErrorResult(std::string_view text);
+
+// The text after the first "=" and the one character behind it; all of it where there is no "=".
+std::string Tool_ValueAfterEquals(std::string_view text);
+
+// Replaces a command result by its value and says true, or a failure by "UNKNOWN" and says false.
+bool Tool_GetResultValue(std::string& result);
+
+}  // namespace zendor

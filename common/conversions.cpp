@@ -1,0 +1,120 @@
+#include "common/conversions.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace zendor {
+
+namespace {
+
+std::string_view trimBlanks(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+// The digits of a value that is not negative, with "." where there is a fraction.
+std::string fixedDigits(double value, int digits) {
+  std::string text(
+      static_cast<std::size_t>(std::numeric_limits<double>::max_exponent10 + 3 + digits), '\0');
+  const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), value,
+                                          std::chars_format::fixed, digits);
+  text.resize(static_cast<std::size_t>(end - text.data()));
+  return text;
+}
+
+}  // namespace
+
+std::string Tool_FormatDecimal(double value, int digits, const Regional& regional) {
+  const double scale = std::pow(10.0, digits);
+  const double rounded = std::round(std::abs(value) * scale) / scale;
+  std::string text = fixedDigits(rounded, digits);
+  if (const std::size_t point = text.find('.'); point != std::string::npos) {
+    text.replace(point, 1, regional.decimalSeparator);
+  }
+  return value < 0 && rounded != 0 ? regional.minusSign + text : text;
+}
+
+std::string Tool_GroupThousands(std::string_view digits) {
+  std::string grouped;
+  while (digits.size() > 3) {
+    grouped.insert(0, "," + std::string(digits.substr(digits.size() - 3)));
+    digits.remove_suffix(3);
+  }
+  return std::string(digits) + grouped;
+}
+
+std::string Tool_ByteToHex(std::uint8_t value) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  return {kDigits[value / 16U], kDigits[value % 16U]};
+}
+
+std::string Tool_ByteToBinary(std::uint8_t value) {
+  std::string text;
+  for (unsigned mask = 128; mask > 0; mask /= 2) text += (value & mask) != 0 ? '1' : '0';
+  return text;
+}
+
+std::string Tool_ByteToDecimal(int value) {
+  return Tool_PadText(true, Tool_FormatDecimal(value, 0), 3, true);
+}
+
+std::string Tool_FormatItemByType(double value, std::size_t index, ItemTable table) {
+  const char type = index < table.size() ? table[index] : '\0';
+  if (type == 'B') return Tool_PadText(true, Tool_FormatDecimal(value, 0), 3, true);
+  if (type == 'W') return Tool_PadText(true, Tool_FormatDecimal(value, 0), 5, true);
+  return {};
+}
+
+std::string Tool_PadText(bool padLeft, std::string_view text, std::size_t width, bool zeroFill) {
+  const std::size_t length = characterCount(text);
+  const std::string pad(width > length ? width - length : 0, zeroFill ? '0' : ' ');
+  return padLeft ? pad + std::string(text) : std::string(text) + pad;
+}
+
+double Tool_TextToNumber(std::string_view text) {
+  double value = 0;
+  bool negative = false;
+  int fractionDigits = -1;  // -1 until the decimal point
+  for (const char c : text) {
+    if (c >= '0' && c <= '9') {
+      const int digit = c - '0';
+      value = fractionDigits >= 0 ? value + digit / std::pow(10.0, ++fractionDigits)
+                                  : value * 10 + digit;
+    } else if (c == ' ' || c == '$' || c == '#') {
+      if (value > 0) break;
+    } else if (c == '+' || c == '-') {
+      negative = c == '-';
+    } else if (c == '.') {
+      if (fractionDigits >= 0) break;
+      fractionDigits = 0;
+    } else if (c != ',') {
+      break;
+    }
+  }
+  return negative ? -value : value;
+}
+
+std::optional<ByteText> Tool_DecimalToArray(std::string_view text, bool commaSeparated,
+                                            int& count) {
+  const char separator = commaSeparated ? ',' : ' ';
+  std::string_view rest = trimBlanks(text);
+  ByteText result;
+  count = 0;
+  for (bool more = !rest.empty(); more;) {
+    const std::size_t end = rest.find(separator);
+    const std::string_view item = rest.substr(0, end);
+    const double number = roundHalfToEven(Tool_TextToNumber(item));
+    if (item.empty() || !fitsByte(number)) return std::nullopt;
+    result.bytes.push_back(static_cast<std::uint8_t>(number));
+    ++count;
+    more = end != std::string_view::npos;
+    if (more) rest.remove_prefix(end + 1);
+  }
+  return result;
+}
+
+double roundHalfToEven(double value) { return std::nearbyint(value); }
+
+}  // namespace zendor

@@ -1,0 +1,28 @@
+// The two message boxes in which the program reports errors inside itself. Each returns when the
+// user has closed it; what follows is the caller's decision.
+#pragma once
+
+#include <string>
+
+#include "platform/desktop.h"
+#include "platform/regional.h"
+#include "platform/serial_port.h"
+
+namespace zendor {
+
+class ErrorReports {
+ public:
+  ErrorReports(Desktop& desktop, Regional regional);
+
+  // A routine met an input that it cannot work with.
+  void Tool_ReportProgramError(const std::string& routineName);
+
+  // A routine caught an error of the machine.
+  void Tool_ReportUnhandledError(const PortError& error, const std::string& routineName);
+
+ private:
+  Desktop& desktop_;
+  Regional regional_;
+};
+
+}  // namespace zendor

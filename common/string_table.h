@@ -1,0 +1,19 @@
+// The texts that are kept by entry number.
+#pragma once
+
+#include <string>
+
+namespace zendor {
+
+enum class StringEntry {
+  ApplicationTitle = 10,
+  RetryTitle = 14,
+  FreeThePort = 21,
+  Ok = 50,
+  SerialPort = 328,
+  ErrorOpeningClosing = 330,
+};
+
+std::string stringTableText(StringEntry entry);
+
+}  // namespace zendor
