@@ -1,0 +1,53 @@
+// Configures, opens and closes the one serial port, and ends the program when it cannot go on.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "common/error_reports.h"
+#include "platform/desktop.h"
+#include "platform/regional.h"
+#include "platform/serial_port.h"
+
+namespace zendor {
+
+// The result of switching the port.
+enum class PortStatus : std::uint8_t {
+  Switched = 0,
+  AlreadyOpen = 1,
+  AlreadyClosed = 2,
+  Refused = 3,  // by the machine; the port keeps its state
+};
+
+class PortControl {
+ public:
+  PortControl(SerialPort& port, Desktop& desktop, ErrorReports& reports, Regional regional);
+
+  // The accepted rates; empty until the window is loaded.
+  std::vector<int> BaudRates;
+
+  // Writes the configuration into the closed port; false, with nothing written, when the settings
+  // have no comma (which is reported) or no accepted baud rate before it.
+  bool Port_InitialiseSerialPort(int port, const std::string& settings);
+
+  // showErrors says whether the user is told of a refusal.
+  PortStatus Port_SetOpen(bool open, bool showErrors);
+
+  bool Port_IsOpen() const;
+
+  [[noreturn]] void Port_Shutdown();
+
+  // A message box with the application's title.
+  void Tool_ShowWarning(const std::string& text);
+
+ private:
+  void showRefusal(const std::string& description);
+
+  SerialPort& MSComm1;
+  Desktop& desktop_;
+  ErrorReports& reports_;
+  Regional regional_;
+};
+
+}  // namespace zendor
