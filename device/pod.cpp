@@ -1,0 +1,44 @@
+#include "device/pod.h"
+
+#include "common/command_result.h"
+
+namespace zendor {
+
+namespace {
+
+constexpr const char* kFail = "Fail";
+constexpr std::int16_t kSerialNumberBytes = 3;
+
+}  // namespace
+
+Pod::Pod(DeviceCommands& commands, const FrameStores& stores)
+    : commands_(commands), stores_(stores) {}
+
+bool Pod::Pod_IsAttached() {
+  return !Tool_IsErrorResult(commands_.DRAVO_Poll(false, false, kPodAddress, kHostAddress));
+}
+
+std::string Pod::Pod_ReadIdentity(std::int32_t& serialNumber, int attempts, int destination,
+                                  int source) {
+  std::string type;
+  do {
+    type = Pod_ReadIdentityOnce(serialNumber, destination, source);
+  } while (type == kFail && --attempts > 0);
+  return type;
+}
+
+std::string Pod::Pod_ReadIdentityOnce(std::int32_t& serialNumber, int destination, int source) {
+  std::string result = commands_.DRAVO_RequestBuildCode(false, destination, source);
+  if (Tool_IsErrorResult(result)) return kFail;
+  const std::string code = Tool_ValueAfterEquals(result);
+  if (code != "Engineer" && code != "Customer") return kFail;
+
+  result = commands_.DRAVO_RequestSerialNumber(false, destination, source);
+  if (Tool_IsErrorResult(result)) return kFail;
+  // A shorter reply leaves bytes of an earlier one in RxData.
+  if (stores_.RxDataCount < kSerialNumberBytes) return kFail;
+  serialNumber = stores_.RxData[0] + 256 * stores_.RxData[1] + 65536 * stores_.RxData[2];
+  return code;
+}
+
+}  // namespace zendor
