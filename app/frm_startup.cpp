@@ -111,7 +111,7 @@ void frmStartup::cmdAccept_Click() {
   const std::string type =
       pod_.Pod_ReadIdentity(serialNumber, kIdentityAttempts, kPodAddress, kHostAddress);
   const std::string prefix = resultPrefix(type);
-  if (prefix.empty()) endOnFaultyPod();
+  if (prefix.empty()) return endOnFaultyPod();
   form_.setCaption(Label1, prefix + "-" + Tool_FormatDecimal(serialNumber, 0));
   form_.setEnabled(cmdAccept, true);
   closePort();

@@ -37,7 +37,7 @@ class frmStartup final : public FormEvents {
   void choosePort();
   void openPort();
   void closePort();
-  [[noreturn]] void endOnFaultyPod();
+  void endOnFaultyPod();
 
   Form& form_;
   Desktop& desktop_;

@@ -1,6 +1,7 @@
 #include "serial/port_control.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 #include "common/conversions.h"
@@ -50,6 +51,7 @@ void PortControl::Port_Shutdown() {
     Tool_ShowWarning("PORT reset fail - please reset your HH PC!");
   }
   desktop_.endProgram();
+  std::abort();  // not reached, but a virtual call does not tell the compiler so
 }
 
 void PortControl::Tool_ShowWarning(const std::string& text) {

@@ -1,0 +1,253 @@
+#include <gtest/gtest.h>
+
+#include "protocol/receive_poll.h"
+#include "protocol/reply_check.h"
+#include "protocol/reply_text.h"
+#include "protocol/request_frame.h"
+#include "protocol/transaction.h"
+#include "serial/baud_rates.h"
+#include "tests/doubles.h"
+
+namespace zendor {
+namespace {
+
+using testing::Bytes;
+using testing::operator+;
+
+const Bytes kPoll{80, 0, 1, 254, 177};
+const Bytes kPollReply{1, 0, 80, 0, 175};
+
+TEST(RequestFrame, ClosesEveryFrameWithItsChecksum) {
+  struct Row {
+    Bytes items;
+    int destination;
+    Bytes frame;
+  };
+  const Row rows[] = {{{242}, 80, {80, 0, 1, 242, 189}},
+                      {{254}, 80, kPoll},
+                      {{233, 128}, 80, {80, 1, 1, 233, 128, 69}},
+                      {{253}, 2, {2, 0, 1, 253, 0}}};
+  FrameStores stores;
+  for (const auto& [items, destination, frame] : rows) {
+    buildRequestFrame(stores, {items}, destination, 1);
+    EXPECT_EQ(stores.TxBuffer, frame);
+    EXPECT_EQ(stores.TxLength, frame.size());
+  }
+}
+
+TEST(ReceivePoll, CompletesInTheCallThatStoresTheLastByte) {
+  testing::HandClock clock;
+  testing::ScriptedLine line(clock);
+  ReceiveStore store{};
+  std::size_t count = 0;
+  const auto poll = [&](const Bytes& bytes) {
+    line.waiting = bytes;
+    return LL_DRAVO_PollReceive(line, store, 5, count);
+  };
+  EXPECT_FALSE(poll({}));
+  EXPECT_FALSE(poll(kPoll));
+  EXPECT_FALSE(poll({1}));
+  EXPECT_FALSE(poll({1, 80, 0, 7}));
+  EXPECT_TRUE(poll({167, 99}));  // a surplus byte is stored and counted
+  EXPECT_EQ(count, 12U);
+  EXPECT_FALSE(poll({}));  // nothing waits, though the frame is there
+  EXPECT_TRUE(poll(Bytes(2000, 3)));
+  EXPECT_EQ(count, 1024U);
+  EXPECT_EQ(store[1023], 3);
+  EXPECT_TRUE(poll({4}));
+  EXPECT_EQ(count, 1024U);
+  count = 0;
+  EXPECT_TRUE(poll(kPoll + Bytes{1, 255, 80, 0} + Bytes(256, 0)));  // the longest reply
+  EXPECT_EQ(count, 265U);
+}
+
+TEST(ReplyCheck, StopsAtTheFirstFaultAndLeavesTheReplyStoreAsFarAsItCame) {
+  struct Row {
+    Bytes received;
+    const char* text;  // empty: success
+    int dataCount;
+    Bytes data;
+  };
+  const Bytes before{7, 7};
+  const Row rows[] = {
+      {{}, "All comms is dead", 0, before},
+      {{80, 0, 1}, "Some TX bytes did not loop back", 0, before},
+      {kPoll, "Slave is not responding", 0, before},
+      {kPoll + Bytes{1, 3, 80, 0}, "Some RX bytes seem to be missing", 0, before},
+      {kPoll + Bytes{1, 3, 80, 0, 135, 214}, "Some RX bytes seem to be missing", 3, before},
+      {kPoll + kPollReply + Bytes{0}, "Too many return bytes", 0, before},
+      {kPoll + Bytes{1, 1, 80, 0, 9, 165, 0}, "Too many return bytes", 1, before},
+      {kPoll + Bytes{1, 0, 80, 0, 174}, "Checksum error", 0, before},
+      {kPoll + Bytes{1, 2, 80, 0, 10, 20, 142}, "Checksum error", 2, {10, 20}},
+      {kPoll + Bytes{2, 0, 81, 6, 174}, "Checksum error", 0, before},
+      {kPoll + Bytes{2, 0, 80, 0, 174}, "Return destination address invalid", 0, before},
+      {kPoll + Bytes{2, 0, 81, 0, 173}, "Return destination address invalid", 0, before},
+      {kPoll + Bytes{1, 0, 81, 0, 174}, "Return source address invalid", 0, before},
+      {kPoll + Bytes{1, 0, 81, 6, 168}, "Return source address invalid", 0, before},
+      {kPoll + Bytes{1, 0, 80, 6, 169}, "BUSY message", 0, before},
+      {kPoll + Bytes{1, 0, 80, 5, 170}, "NAK message", 0, before},
+      {kPoll + Bytes{1, 0, 80, 7, 168}, "Return header invalid", 0, before},
+      {kPoll + Bytes{1, 1, 80, 7, 9, 158}, "Return header invalid", 1, {9}},
+      {kPoll + kPollReply, "", 0, before},
+      {Bytes(5, 0) + kPollReply, "", 0, before},  // the echo counts by its length
+      {kPoll + Bytes{1, 2, 80, 0, 10, 20, 143}, "", 2, {10, 20}}};
+  for (const Row& row : rows) {
+    FrameStores stores;
+    stores.TxLength = 5;
+    stores.RxBuffer.fill(0xEE);
+    std::ranges::copy(row.received, stores.RxBuffer.begin());
+    stores.RxCount = row.received.size();
+    stores.RxData = before;
+    stores.RxDataCount = 2;
+    const std::string expected = *row.text == 0 ? "" : std::string("Error : ") + row.text;
+    EXPECT_EQ(LL_DRAVO_CheckReply(stores, 80, 1), expected);
+    EXPECT_EQ(stores.RxDataCount, row.dataCount) << row.text;
+    EXPECT_EQ(stores.RxData, row.data) << row.text;
+  }
+}
+
+TEST(ReplyText, FollowsItsFormat) {
+  struct Row {
+    int format;
+    Bytes data;
+    std::optional<std::string> text;
+  };
+  const Row rows[] = {{0, {1, 2}, "Data"},
+                      {1, {7, 255}, "007 255 "},
+                      {2, {10, 255}, "0A FF "},
+                      {3, {5}, "00000101 "},
+                      {4, {67, 117, 233}, "Cu\u00E9"},
+                      {5, {0x87, 0xD6, 0x12}, "1,234,567"},
+                      {5, {0x40, 0xE2, 0x01, 9}, "123,456"},
+                      {5, {5}, "5"},
+                      {9, {255, 128, 0}, "5.00 2.51 0.00 "},
+                      {6, {1}, std::nullopt},
+                      {8, {1}, std::nullopt},
+                      {10, {1}, std::nullopt}};
+  for (const auto& [format, data, text] : rows)
+    EXPECT_EQ(replyText(data, static_cast<ReplyFormat>(format), {}), text) << format;
+  EXPECT_EQ(replyText(Bytes{255}, ReplyFormat::Volts, {",", "-"}), "5,00 ");
+}
+
+class TransactionTest : public ::testing::Test {
+ protected:
+  TransactionTest() { line.open(); }
+
+  Command poll(int timeoutMs = 1000) {
+    return {.request = "254",
+            .destination = 80,
+            .source = 1,
+            .timeoutMs = timeoutMs,
+            .displayName = "Poll"};
+  }
+  void play(const Bytes& reply) { line.script.push_back({{5, kPoll}, {10, reply}}); }
+
+  testing::HandClock clock;
+  testing::RecordingDesktop desktop{clock};
+  testing::ScriptedLine line{clock};
+  ErrorReports reports{desktop, {}};
+  PortControl control{line, desktop, reports, {}};
+  Transaction transaction{line, desktop, clock, control, reports, {}};
+};
+
+TEST_F(TransactionTest, EndsTheWaitWithTheLastByteOfAGoodReply) {
+  play(kPollReply);
+  EXPECT_EQ(transaction.LL_DRAVO_Send(poll()), "Poll = OK");
+  EXPECT_EQ(line.written, (std::vector<Bytes>{kPoll}));
+  EXPECT_EQ(clock.now, 11U);  // the pass that stores the byte serves the window once more
+}
+
+TEST_F(TransactionTest, WaitsTheWholeTimeOutInEachOfTwoAttempts) {
+  play({});
+  EXPECT_EQ(transaction.LL_DRAVO_Send(poll()), "Error : All comms is dead");
+  EXPECT_EQ(line.written, (std::vector<Bytes>{kPoll, kPoll}));
+  EXPECT_EQ(clock.now, 2U * 1002U);  // left in the pass that reads 1001, strictly more
+  EXPECT_TRUE(desktop.shown.empty());
+}
+
+TEST_F(TransactionTest, TakesAReplyInThePassThatFindsTheTimeOutAndNoneAfterIt) {
+  line.script = {{{0, kPoll}, {1002, kPollReply}}, {{0, kPoll}, {1001, kPollReply}}};
+  EXPECT_EQ(transaction.LL_DRAVO_Send(poll()), "Poll = OK");
+  EXPECT_EQ(line.written.size(), 2U);
+}
+
+TEST_F(TransactionTest, IsNotHeldUpByAWrapOfTheTickCounter) {
+  clock.now = 0xFFFFFFFFU - 50;
+  EXPECT_EQ(transaction.LL_DRAVO_Send(poll(100)), "Error : All comms is dead");
+  EXPECT_EQ(clock.now, 2U * 102U - 51U);
+}
+
+TEST_F(TransactionTest, AsksAfterEveryTwoFailedAttemptsUntilTheUserDeclines) {
+  for (int i = 0; i < 4; ++i) play({});
+  line.script[3] = {{5, kPoll}, {10, {1, 0, 80, 6, 169}}};
+  desktop.answers = {MessageAnswer::Yes, MessageAnswer::No};
+  Command command = poll();
+  command.promptOnFailure = true;
+  EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Error : User aborted dravo command");
+  EXPECT_EQ(line.written.size(), 4U);
+  ASSERT_EQ(desktop.shown.size(), 2U);
+  EXPECT_EQ(desktop.shown[0].title, "dravo\u00AE (serial communications) Error");
+  EXPECT_EQ(desktop.shown[0].text,
+            "Error : Slave is not responding\r\nPlease check all connections and power "
+            "supplies.\r\nDo you want to retry ?");
+  EXPECT_EQ(desktop.shown[0].icon, MessageIcon::Exclamation);
+  EXPECT_EQ(desktop.shown[0].buttons, MessageButtons::YesNo);
+  EXPECT_TRUE(desktop.shown[1].text.starts_with("Error : BUSY message\r\n"));
+}
+
+TEST_F(TransactionTest, ReversesTheReplyInTheStoreAndInTheText) {
+  Command command = poll();
+  command.reverseData = true;
+  command.replyFormat = ReplyFormat::Decimal;
+  play({1, 3, 80, 0, 1, 2, 3, 166});
+  EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Poll = 003 002 001 ");
+  EXPECT_EQ(transaction.stores().RxData, (Bytes{3, 2, 1}));
+  play(kPollReply);
+  EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Poll = OK");
+  EXPECT_EQ(transaction.stores().RxDataCount, 0);
+  EXPECT_EQ(transaction.stores().RxData, (Bytes{3, 2, 1}));
+}
+
+TEST_F(TransactionTest, EndsTheProgramForARequestWithoutHeaderOrAnUnknownFormat) {
+  Command command = poll();
+  command.request = " ";
+  EXPECT_THROW(transaction.LL_DRAVO_Send(command), testing::ProgramEnded);
+  EXPECT_TRUE(line.written.empty());
+  EXPECT_FALSE(line.isOpen());
+
+  line.open();
+  command = poll();
+  command.replyFormat = static_cast<ReplyFormat>(6);
+  play(kPollReply);
+  EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Poll = OK");  // no data, no format
+  play({1, 1, 80, 0, 9, 165});
+  EXPECT_THROW(transaction.LL_DRAVO_Send(command), testing::ProgramEnded);
+  EXPECT_FALSE(line.isOpen());
+  ASSERT_EQ(desktop.shown.size(), 2U);
+  for (const Message& box : desktop.shown) EXPECT_EQ(box.text, "Error in LL_DRAVO_Send");
+}
+
+TEST_F(TransactionTest, RefusesWhatCannotBeFramedBeforeAnythingIsWritten) {
+  std::vector<Command> commands(5, poll());
+  commands[0].request = "254,256";
+  commands[1].request = "254,";
+  commands[2].destination = 256;
+  commands[3].source = -1;
+  for (int i = 0; i < 256; ++i) commands[4].request += ",1";
+  for (const Command& command : commands) {
+    const std::string result = transaction.LL_DRAVO_Send(command);
+    EXPECT_TRUE(result.starts_with("Error : ") && result.size() > 20) << result;
+  }
+  EXPECT_TRUE(line.written.empty());
+}
+
+TEST_F(TransactionTest, ReportsARefusedWriteAndJudgesWhatArrived) {
+  line.writeError = PortError{57, "Gone."};
+  EXPECT_EQ(transaction.LL_DRAVO_Send(poll()), "Error : All comms is dead");
+  ASSERT_EQ(desktop.shown.size(), 2U);  // one box an attempt
+  EXPECT_EQ(desktop.shown[0].text,
+            "Unhandled Error number 57\r\nGone.\r\nOccured in LL_Serial_SendMessage");
+}
+
+}  // namespace
+}  // namespace zendor
