@@ -30,7 +30,7 @@ std::string Pod::Pod_ReadIdentity(std::int32_t& serialNumber, int attempts, int 
 std::string Pod::Pod_ReadIdentityOnce(std::int32_t& serialNumber, int destination, int source) {
   std::string result = commands_.DRAVO_RequestBuildCode(false, destination, source);
   if (Tool_IsErrorResult(result)) return kFail;
-  const std::string code = Tool_ValueAfterEquals(result);
+  std::string code = Tool_ValueAfterEquals(result);
   if (code != "Engineer" && code != "Customer") return kFail;
 
   result = commands_.DRAVO_RequestSerialNumber(false, destination, source);
