@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# Runs each fuzz target for the given number of seconds, from the seeds in fuzz/corpus and what
+# earlier runs have found.
+#
+#   ./fuzz.sh           a minute each
+#   ./fuzz.sh 28800     a night
+set -euo pipefail
+cd "$(dirname "$0")"
+. tools/packages.sh
+
+install_missing "${build_packages[@]}" clang libclang-rt-14-dev
+cmake --preset fuzz
+cmake --build --preset fuzz
+for target in receive text; do
+  found=build/fuzz/corpus/$target
+  mkdir -p "$found"
+  "build/fuzz/fuzz/${target}_fuzz" -max_total_time="${1:-60}" -print_final_stats=1 \
+    -artifact_prefix="build/fuzz/" "$found" "fuzz/corpus/$target"
+done

@@ -1,0 +1,76 @@
+// Any text through the conversions. The first byte is a width; the rest is the text.
+#include <cmath>
+
+#include "common/command_result.h"
+#include "common/conversions.h"
+#include "fuzz/require.h"
+
+namespace zendor {
+namespace {
+
+// What is accepted as a list of bytes comes back from its own decimal form.
+void requireByteList(std::string_view text, bool commas) {
+  int count = 0;
+  const auto bytes = Tool_DecimalToArray(text, commas, count);
+  if (!bytes) return;
+  require(count == static_cast<int>(bytes->bytes.size()));
+  std::string written;
+  for (const std::uint8_t byte : bytes->bytes) {
+    if (!written.empty()) written += commas ? ',' : ' ';
+    written += Tool_FormatDecimal(byte, 0);
+  }
+  int again = 0;
+  require(Tool_DecimalToArray(written, commas, again)->bytes == bytes->bytes);
+}
+
+void requireCharacters(std::string_view text, std::size_t width) {
+  const auto bytes = bytesOfText(text);
+  require(!bytes || textOfBytes(bytes->bytes) == text);
+  require(!bytes || bytes->bytes.size() == characterCount(text));
+  const std::string_view first = firstCharacters(text, width);
+  require(text.starts_with(first));
+  const std::string padded = Tool_PadText(true, text, width, true);
+  require(padded.ends_with(text) && characterCount(padded) >= width);
+}
+
+void requireResult(std::string_view text) {
+  std::string value(text);
+  const bool succeeded = Tool_GetResultValue(value);
+  require(succeeded != Tool_IsErrorResult(text));
+  require(succeeded ? text.ends_with(value) : value == "UNKNOWN");
+}
+
+void requireNumber(std::string_view text) {
+  const double number = Tool_TextToNumber(text);
+  require(!std::isnan(number));
+  if (!std::isfinite(number)) return;
+  const std::string whole = Tool_FormatDecimal(number, 0);
+  require(whole.find_first_not_of("-0123456789") == std::string::npos);
+  require(Tool_FormatDecimal(Tool_TextToNumber(whole), 0).size() == whole.size());
+}
+
+void requireGroups(std::string_view text) {
+  const std::string grouped = Tool_GroupThousands(text);
+  const std::size_t commas = text.empty() ? 0 : (text.size() - 1) / 3;
+  require(grouped.size() == text.size() + commas);
+}
+
+void convert(std::string_view input) {
+  if (input.empty()) return;
+  const auto width = static_cast<std::uint8_t>(input[0]);
+  const std::string_view text = input.substr(1);
+  requireByteList(text, true);
+  requireByteList(text, false);
+  requireCharacters(text, width);
+  requireResult(text);
+  requireNumber(text);
+  requireGroups(text);
+}
+
+}  // namespace
+}  // namespace zendor
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  zendor::convert({reinterpret_cast<const char*>(data), size});
+  return 0;
+}
