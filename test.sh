@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds with warnings as errors, and runs the tests.
+#
+#   ./test.sh           the tests on this machine
+#   ./test.sh asan      the same under AddressSanitizer and UndefinedBehaviorSanitizer
+#   ./test.sh windows   the Windows program, cross-built and run under Wine
+set -euo pipefail
+cd "$(dirname "$0")"
+. tools/packages.sh
+
+case "${1:-dev}" in
+  dev | asan)
+    preset=${1:-dev}
+    install_missing "${build_packages[@]}" "${test_packages[@]}"
+    cmake --preset "$preset"
+    cmake --build --preset "$preset"
+    ctest --preset "$preset"
+    ;;
+  windows)
+    exec tests/windows/run.sh
+    ;;
+  *)
+    sed -n '2,6s/^# \{0,1\}//p' "$0" >&2
+    exit 2
+    ;;
+esac
