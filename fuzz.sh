@@ -8,7 +8,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 . tools/packages.sh
 
-install_missing "${build_packages[@]}" clang libclang-rt-14-dev
+install_missing "${build_packages[@]}" clang libclang-rt-dev
 cmake --preset fuzz
 cmake --build --preset fuzz
 for target in receive text; do
