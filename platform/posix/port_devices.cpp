@@ -1,0 +1,90 @@
+#include "platform/posix/port_devices.h"
+
+#include <cstddef>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <system_error>
+#include <tuple>
+#include <utility>
+
+namespace zendor {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Sorted as a person counts: on-board ones first, then by name, ttyUSB2 before ttyUSB10.
+struct Port {
+  bool adapter = false;
+  std::string stem;  // the name without its number
+  std::size_t nameLength = 0;
+  std::string name;
+
+  bool operator<(const Port& other) const {
+    return std::tie(adapter, stem, nameLength, name) <
+           std::tie(other.adapter, other.stem, other.nameLength, other.name);
+  }
+};
+
+Port portOf(const std::string& name, bool adapter) {
+  return {adapter, name.substr(0, name.find_last_not_of("0123456789") + 1), name.size(), name};
+}
+
+// Empty when there is no such file.
+std::string firstLineOf(const fs::path& file) {
+  std::ifstream stream(file);
+  std::string line;
+  std::getline(stream, line);
+  return line;
+}
+
+// The terminals with hardware behind them: consoles, virtual terminals and pseudo-terminals have no
+// device. On-board ports tell their kind of chip; the kernel also lists places for chips that are
+// not there, whose kind is 0.
+std::set<Port> realPorts(const fs::path& terminals) {
+  std::set<Port> ports;
+  std::error_code error;
+  const fs::directory_iterator end;
+  for (fs::directory_iterator entry(terminals, error); entry != end; entry.increment(error)) {
+    const fs::path& terminal = entry->path();
+    const std::string chip = firstLineOf(terminal / "type");
+    if (chip != "0" && fs::exists(terminal / "device", error)) {
+      ports.insert(portOf(terminal.filename().string(), chip.empty()));
+    }
+  }
+  return ports;
+}
+
+// What the USB device that holds the port calls itself; empty for other ports. The search ends at
+// that device: the hub above it has a name of its own.
+std::string usbProductOf(const fs::path& port) {
+  std::error_code error;
+  fs::path device = fs::canonical(port, error);
+  for (; device.has_relative_path(); device = device.parent_path()) {
+    if (fs::exists(device / "idVendor", error)) return firstLineOf(device / "product");
+  }
+  return {};
+}
+
+}  // namespace
+
+PortDevices::PortDevices(std::filesystem::path sysfs) : terminals_(std::move(sysfs)) {
+  terminals_ /= "class/tty";
+}
+
+std::optional<std::string> PortDevices::deviceOfPort(int portNumber) const {
+  const std::set<Port> ports = realPorts(terminals_);
+  if (portNumber < 1 || static_cast<std::size_t>(portNumber) > ports.size()) return std::nullopt;
+  return "/dev/" + std::next(ports.begin(), portNumber - 1)->name;
+}
+
+std::string PortDevices::describePort(int portNumber) const {
+  const auto device = deviceOfPort(portNumber);
+  if (!device) return "no such port on this computer";
+  const fs::path name = fs::path(*device).filename();
+  const std::string product = usbProductOf(terminals_ / name / "device");
+  return product.empty() ? *device : *device + ", " + product;
+}
+
+}  // namespace zendor

@@ -1,0 +1,164 @@
+#include "platform/posix/posix_serial_port.h"
+
+#include <asm/termbits.h>
+#include <fcntl.h>
+#include <linux/major.h>
+#include <linux/serial.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <system_error>
+#include <utility>
+
+#include "platform/posix/port_errors.h"
+#include "platform/shared/line_settings.h"
+
+namespace zendor {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+FileDescriptor openDevice(const std::string& device) {
+  FileDescriptor line(::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+  if (!line.isOpen()) throw refusedCall(device, errno);
+  return line;
+}
+
+// The file holds the number of the process in digits. One whose process has ended is stale; one of
+// this process cannot stand for another program.
+void refuseForeignLockFile(const fs::path& lockFolder, const std::string& device) {
+  std::error_code error;
+  const fs::path name = fs::canonical(device, error).filename();
+  const fs::path lockFile = lockFolder / ("LCK.." + name.string());
+  pid_t holder = 0;
+  std::ifstream(lockFile) >> holder;
+  if (holder <= 0 || holder == ::getpid()) return;
+  const bool alive = ::kill(holder, 0) == 0 || errno == EPERM;
+  if (!alive) return;
+  throw busyPort(
+      device, ": process " + std::to_string(holder) + " has locked it with " + lockFile.string());
+}
+
+// The advisory lock keeps this program's kind out and ends with the process. The exclusive mark of
+// another program is looked up as well, since it does not keep the administrator from opening.
+void claim(int line, const std::string& device, const fs::path& lockFolder) {
+  if (::flock(line, LOCK_EX | LOCK_NB) != 0) {
+    throw refusedCall(device, errno == EWOULDBLOCK ? EBUSY : errno);
+  }
+  int exclusive = 0;
+  if (::ioctl(line, TIOCGEXCL, &exclusive) == 0 && exclusive != 0) throw busyPort(device);
+  refuseForeignLockFile(lockFolder, device);
+}
+
+// A driver may run at another rate than asked for without a word. Half a bit time over the ten bits
+// of a byte is what a line can bear, and each of its two ends may use up half of that.
+bool isCloseEnough(unsigned int rate, unsigned int asked) {
+  const unsigned int difference = rate > asked ? rate - asked : asked - rate;
+  return difference <= asked / 40;
+}
+
+// Bytes pass as they are; a read gives what waits and never blocks. The named rate constants lack
+// some of the rates, so that the rate goes to the driver as a number.
+void configure(int line, const std::string& device, int baud) {
+  termios2 settings{};
+  settings.c_cflag = BOTHER | CS8 | CREAD | CLOCAL | HUPCL;
+  settings.c_ispeed = settings.c_ospeed = static_cast<speed_t>(baud);
+  if (::ioctl(line, TCSETS2, &settings) != 0 || ::ioctl(line, TCGETS2, &settings) != 0) {
+    throw refusedCall(device, errno);
+  }
+  if (!isCloseEnough(settings.c_ospeed, static_cast<speed_t>(baud))) {
+    throw unsupportedRate(device, baud, settings.c_ospeed);
+  }
+}
+
+// Keeps programs out that know nothing of locks. A real device loses the mark when it is closed; a
+// pseudo-terminal keeps it until its other end goes, even after the holder has died, and would
+// refuse the next open.
+void markExclusive(int line) {
+  struct stat entry {};
+  if (::fstat(line, &entry) != 0) return;
+  const auto pseudo = static_cast<int>(major(entry.st_rdev)) - UNIX98_PTY_SLAVE_MAJOR;
+  if (pseudo < 0 || pseudo >= UNIX98_PTY_MAJOR_COUNT) ::ioctl(line, TIOCEXCL);
+}
+
+// Interfaces are often fed from these two; a line that has none refuses, which does no harm.
+void assertModemLines(int line) {
+  const int lines = TIOCM_DTR | TIOCM_RTS;
+  ::ioctl(line, TIOCMBIS, &lines);
+}
+
+// An adapter otherwise holds received bytes back for up to 16 ms. True when the setting was
+// changed; a driver may have none or refuse.
+bool switchLowLatency(int line, bool on) {
+  serial_struct driver{};
+  if (::ioctl(line, TIOCGSERIAL, &driver) != 0) return false;
+  const bool isOn = (driver.flags & ASYNC_LOW_LATENCY) != 0;
+  if (isOn == on) return false;
+  driver.flags ^= ASYNC_LOW_LATENCY;
+  return ::ioctl(line, TIOCSSERIAL, &driver) == 0;
+}
+
+// A count that the kernel keeps of the line; 0 when the line is gone.
+std::size_t countOf(int line, unsigned long request) {
+  int count = 0;
+  return ::ioctl(line, request, &count) == 0 ? static_cast<std::size_t>(count) : 0;
+}
+
+}  // namespace
+
+PosixSerialPort::PosixSerialPort(DeviceOfPort deviceOfPort, fs::path lockFolder)
+    : deviceOfPort_(std::move(deviceOfPort)), lockFolder_(std::move(lockFolder)) {}
+
+PosixSerialPort::~PosixSerialPort() { PosixSerialPort::close(); }
+
+bool PosixSerialPort::isOpen() const { return line_.isOpen(); }
+
+void PosixSerialPort::open() {
+  const int baud = baudRateOfSettings(configuration.settings, EINVAL);
+  const auto device = deviceOfPort_(configuration.portNumber);
+  if (!device) throw absentPort(configuration.portNumber);
+
+  FileDescriptor line = openDevice(*device);
+  claim(line.number(), *device, lockFolder_);
+  configure(line.number(), *device, baud);
+  markExclusive(line.number());
+  assertModemLines(line.number());
+  setLowLatency_ = switchLowLatency(line.number(), true);
+  device_ = *device;
+  line_ = std::move(line);
+}
+
+// The kernel frees a device that is gone like any other: there is nothing to refuse.
+void PosixSerialPort::close() {
+  if (!isOpen()) return;
+  if (std::exchange(setLowLatency_, false)) switchLowLatency(line_.number(), false);
+  ::ioctl(line_.number(), TIOCNXCL);  // the device lives on where another program has it open too
+  line_ = FileDescriptor();
+}
+
+std::size_t PosixSerialPort::bytesWaiting() { return countOf(line_.number(), FIONREAD); }
+
+std::span<const std::uint8_t> PosixSerialPort::readAll() {
+  const ssize_t count = ::read(line_.number(), received_.data(), received_.size());
+  return std::span(received_).first(count > 0 ? static_cast<std::size_t>(count) : 0);
+}
+
+void PosixSerialPort::discardWaiting() { ::ioctl(line_.number(), TCFLSH, TCIFLUSH); }
+
+std::size_t PosixSerialPort::bytesToSend() { return countOf(line_.number(), TIOCOUTQ); }
+
+void PosixSerialPort::write(std::span<const std::uint8_t> bytes) {
+  const ssize_t count = ::write(line_.number(), bytes.data(), bytes.size());
+  if (count < 0 && errno != EAGAIN) throw refusedCall(device_, errno);
+  if (std::cmp_less(count, bytes.size())) throw unfinishedWrite(device_);
+}
+
+}  // namespace zendor

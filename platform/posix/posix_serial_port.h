@@ -1,0 +1,47 @@
+// A serial port of a POSIX machine: each operation is one system call on the open device, so that
+// what waits and what is still to be sent is what the kernel says at that moment.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "platform/posix/file_descriptor.h"
+#include "platform/serial_port.h"
+
+namespace zendor {
+
+class PosixSerialPort final : public SerialPort {
+ public:
+  // The path of a port's device; none when there is no such port. Asked at every open.
+  using DeviceOfPort = std::function<std::optional<std::string>(int portNumber)>;
+
+  // In the lock folder other programs tell by a file that they hold a port.
+  explicit PosixSerialPort(DeviceOfPort deviceOfPort,
+                           std::filesystem::path lockFolder = "/var/lock");
+  ~PosixSerialPort() override;
+
+  bool isOpen() const override;
+  void open() override;
+  void close() override;
+  std::size_t bytesWaiting() override;
+  std::span<const std::uint8_t> readAll() override;
+  void discardWaiting() override;
+  std::size_t bytesToSend() override;
+  void write(std::span<const std::uint8_t> bytes) override;
+
+ private:
+  DeviceOfPort deviceOfPort_;
+  std::filesystem::path lockFolder_;
+  std::string device_;  // of the last open
+  FileDescriptor line_;
+  bool setLowLatency_ = false;                 // and so has to put it back
+  std::array<std::uint8_t, 4096> received_{};  // the kernel keeps no more than this
+};
+
+}  // namespace zendor
