@@ -1,0 +1,21 @@
+# Cross-builds for 64-bit Windows with the POSIX-thread flavour of MinGW-w64 that Debian packages as
+# g++-mingw-w64-x86-64-posix.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR AMD64)
+
+set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
+set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
+set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
+
+set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+
+# Programs must run on a bare Windows: no runtime library beside them.
+set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
+
+# Tests run, and are listed, under Wine when ctest is called: building needs no Wine.
+set(CMAKE_CROSSCOMPILING_EMULATOR wine)
+set(CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE PRE_TEST)

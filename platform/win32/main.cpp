@@ -1,0 +1,23 @@
+// The composition root of the Windows program.
+#include <windows.h>
+
+#include <cstdlib>
+
+#include "app/frm_startup.h"
+#include "platform/shared/steady_clock.h"
+#include "platform/win32/win32_desktop.h"
+#include "platform/win32/win32_form.h"
+#include "platform/win32/win32_regional.h"
+#include "platform/win32/win32_serial_port.h"
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+  using namespace zendor;
+  Win32Form form(frmStartup::description());
+  Win32SerialPort port;
+  Win32Desktop desktop(form);
+  const SteadyClock clock;
+  frmStartup startup(form, port, desktop, clock, userRegional(),
+                     {ZENDOR_VERSION_MAJOR, ZENDOR_VERSION_MINOR, ZENDOR_VERSION_PATCH});
+  form.run(startup);
+  return EXIT_SUCCESS;
+}

@@ -1,0 +1,46 @@
+#include "platform/win32/win32_desktop.h"
+
+#include <windows.h>
+
+#include <cstdlib>
+
+#include "platform/win32/win32_text.h"
+
+namespace zendor {
+
+namespace {
+
+UINT flagOf(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::Critical:
+      return MB_ICONERROR;
+    case MessageIcon::Exclamation:
+      return MB_ICONWARNING;
+    case MessageIcon::None:
+      break;
+  }
+  return 0;
+}
+
+}  // namespace
+
+Win32Desktop::Win32Desktop(Win32Form& form) : form_(form) {}
+
+MessageAnswer Win32Desktop::showMessage(const Message& message) {
+  const bool isChoice = message.buttons == MessageButtons::YesNo;
+  const UINT buttons = isChoice ? MB_YESNO : MB_OK;
+  const int answer =
+      MessageBoxW(form_.window(), wideFromUtf8(message.text).c_str(),
+                  wideFromUtf8(message.title).c_str(), buttons | flagOf(message.icon));
+  if (!isChoice) return MessageAnswer::Ok;
+  return answer == IDYES ? MessageAnswer::Yes : MessageAnswer::No;
+}
+
+void Win32Desktop::processEvents() {
+  form_.handlePendingEvents();
+  SwitchToThread();
+}
+
+void Win32Desktop::endProgram() { std::_Exit(EXIT_SUCCESS); }
+
+}  // namespace zendor

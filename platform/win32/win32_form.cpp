@@ -1,0 +1,209 @@
+#include "platform/win32/win32_form.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/shared/readable_color.h"
+#include "platform/win32/win32_controls.h"
+#include "platform/win32/win32_frame.h"
+#include "platform/win32/win32_text.h"
+
+namespace zendor {
+
+namespace {
+
+Rgb rgbOf(COLORREF color) { return {GetRValue(color), GetGValue(color), GetBValue(color)}; }
+
+bool isCopyKey(const MSG& message) {
+  return message.message == WM_KEYDOWN && message.wParam == 'C' && GetKeyState(VK_CONTROL) < 0;
+}
+
+POINT topLeftOf(const RECT& rect) { return {rect.left, rect.top}; }
+
+POINT topLeftOf(HWND window) {
+  RECT rect{};
+  GetWindowRect(window, &rect);
+  return topLeftOf(rect);
+}
+
+}  // namespace
+
+Win32Form::Win32Form(FormDescription description) : description_(std::move(description)) {
+  window_ = createFrame(description_, &windowProcedure, this);
+  createControls(window_, description_.controls);
+  centreFrame(window_, description_);
+  fonts_ = layOutControls(window_, description_.controls);
+  focused_ = GetNextDlgTabItem(window_, nullptr, FALSE);
+}
+
+Win32Form::~Win32Form() { DestroyWindow(window_); }
+
+void Win32Form::run(FormEvents& events) {
+  events_ = &events;
+  events.Form_Load();
+  ShowWindow(window_, SW_SHOWNORMAL);
+  events.Form_Activate();
+  MSG message{};
+  while (GetMessageW(&message, nullptr, 0, 0) > 0) dispatch(message);
+}
+
+void Win32Form::handlePendingEvents() {
+  MSG message{};
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) dispatch(message);
+}
+
+std::string Win32Form::caption() const {
+  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window_)) + 1, L'\0');
+  const int length = GetWindowTextW(window_, text.data(), static_cast<int>(text.size()));
+  return utf8FromWide({text.data(), static_cast<std::size_t>(length)});
+}
+
+void Win32Form::setCaption(const std::string& caption) {
+  SetWindowTextW(window_, wideFromUtf8(caption).c_str());
+}
+
+void Win32Form::setMenuCaption(std::string_view menu, const std::string& caption) {
+  const auto found = std::ranges::find(description_.menus, menu, &FormMenu::name);
+  const auto position = static_cast<UINT>(found - description_.menus.begin());
+  std::wstring text = wideFromUtf8(caption);
+  MENUITEMINFOW item{};
+  item.cbSize = sizeof item;
+  item.fMask = MIIM_STRING;
+  item.dwTypeData = text.data();
+  SetMenuItemInfoW(GetMenu(window_), position, TRUE, &item);
+  DrawMenuBar(window_);
+}
+
+void Win32Form::setCaption(const ControlId& control, const std::string& caption) {
+  SetWindowTextW(windowOf(control), wideFromUtf8(caption).c_str());
+}
+
+// While the control that had the focus is disabled, the frame has it: without any focus the Tab key
+// would be dead. A focus that the user moves meanwhile stays where it is.
+void Win32Form::setEnabled(const ControlId& control, bool enabled) {
+  const HWND child = windowOf(control);
+  const bool losesFocus = !enabled && GetFocus() == child;
+  EnableWindow(child, enabled);
+  if (losesFocus) {
+    focused_ = child;
+    SetFocus(window_);
+  } else if (enabled && focused_ == child && GetFocus() == window_) {
+    SetFocus(child);
+  }
+}
+
+void Win32Form::setFocus(const ControlId& control) {
+  focused_ = windowOf(control);
+  if (GetActiveWindow() == window_) SetFocus(focused_);
+}
+
+bool Win32Form::isSelected(const ControlId& optionButton) const {
+  return SendMessageW(windowOf(optionButton), BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+// The first messages come before the constructor knows its window.
+LRESULT CALLBACK Win32Form::windowProcedure(HWND window, UINT message, WPARAM wParam,
+                                            LPARAM lParam) {
+  if (message == WM_NCCREATE) {
+    const auto* const creation = reinterpret_cast<const CREATESTRUCTW*>(lParam);
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
+  }
+  auto* const form = reinterpret_cast<Win32Form*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (form == nullptr || form->window_ == nullptr) {
+    return DefWindowProcW(window, message, wParam, lParam);
+  }
+  return form->handle(message, wParam, lParam);
+}
+
+LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_COMMAND:
+      if (lParam != 0 && HIWORD(wParam) == BN_CLICKED) click(LOWORD(wParam));
+      return 0;
+    case WM_CLOSE:
+      if (events_ != nullptr) events_->Form_Unload();
+      return 0;
+    case WM_ACTIVATE:
+      if (LOWORD(wParam) == WA_INACTIVE && IsChild(window_, GetFocus())) focused_ = GetFocus();
+      break;
+    case WM_SETFOCUS:
+      if (IsWindowEnabled(focused_)) SetFocus(focused_);
+      return 0;
+    case DM_GETDEFID:
+      return MAKELRESULT(defaultButtonNumber(), DC_HASDEFID);
+    case WM_CTLCOLORSTATIC:
+      if (const HBRUSH brush =
+              colorLabel(reinterpret_cast<HWND>(lParam), reinterpret_cast<HDC>(wParam))) {
+        return reinterpret_cast<LRESULT>(brush);
+      }
+      break;
+    case WM_DPICHANGED:
+      layOut(topLeftOf(*reinterpret_cast<const RECT*>(lParam)));
+      return 0;
+    case WM_SETTINGCHANGE:
+      if (wParam == SPI_SETNONCLIENTMETRICS) layOut(topLeftOf(window_));
+      break;
+    default:
+      break;
+  }
+  return DefWindowProcW(window_, message, wParam, lParam);
+}
+
+void Win32Form::dispatch(MSG& message) {
+  if (copiesValue(message) || IsDialogMessageW(window_, &message)) return;
+  TranslateMessage(&message);
+  DispatchMessageW(&message);
+}
+
+// As in a message box, the copy key takes the whole value wherever the keyboard is; in the box of
+// the value itself it takes what the user has selected there.
+bool Win32Form::copiesValue(const MSG& message) const {
+  const HWND box = FindWindowExW(window_, nullptr, WC_EDITW, nullptr);
+  if (!isCopyKey(message) || message.hwnd == box) return false;
+  SendMessageW(box, EM_SETSEL, 0, -1);
+  SendMessageW(box, WM_COPY, 0, 0);
+  return true;
+}
+
+// The Enter key presses the default button from everywhere in the form, also while it is disabled.
+void Win32Form::click(int controlNumber) {
+  const FormControl& control = described(controlNumber);
+  if (control.kind != ControlKind::PushButton || events_ == nullptr) return;
+  if (IsWindowEnabled(windowOf(control.id))) events_->Control_Click(control.id);
+}
+
+int Win32Form::defaultButtonNumber() const {
+  const auto button =
+      std::ranges::find(description_.controls, ControlKind::PushButton, &FormControl::kind);
+  return static_cast<int>(button - description_.controls.begin()) + kFirstControlNumber;
+}
+
+// None: the colours of every label.
+HBRUSH Win32Form::colorLabel(HWND label, HDC context) const {
+  if (!described(GetDlgCtrlID(label)).highlightTextBackground) return nullptr;
+  const COLORREF background = GetSysColor(COLOR_HIGHLIGHTTEXT);
+  const Rgb text = readableOn(rgbOf(background), rgbOf(GetSysColor(COLOR_WINDOWTEXT)));
+  SetBkColor(context, background);
+  SetTextColor(context, RGB(text.red, text.green, text.blue));
+  return GetSysColorBrush(COLOR_HIGHLIGHTTEXT);
+}
+
+void Win32Form::layOut(POINT topLeft) {
+  placeFrame(window_, description_, topLeft);
+  fonts_ = layOutControls(window_, description_.controls);
+  InvalidateRect(window_, nullptr, TRUE);
+}
+
+const FormControl& Win32Form::described(int controlNumber) const {
+  return description_.controls[static_cast<std::size_t>(controlNumber - kFirstControlNumber)];
+}
+
+HWND Win32Form::windowOf(const ControlId& control) const {
+  const auto found = std::ranges::find(description_.controls, control, &FormControl::id);
+  const auto position = static_cast<int>(found - description_.controls.begin());
+  return GetDlgItem(window_, position + kFirstControlNumber);
+}
+
+}  // namespace zendor

@@ -1,0 +1,73 @@
+#include "platform/win32/win32_frame.h"
+
+#include "platform/shared/twips.h"
+#include "platform/win32/resources.h"
+#include "platform/win32/win32_controls.h"
+#include "platform/win32/win32_text.h"
+
+namespace zendor {
+
+namespace {
+
+constexpr const wchar_t* kClassName = L"ZendorForm";
+constexpr DWORD kStyle = WS_CAPTION | WS_SYSMENU;
+constexpr DWORD kExtendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
+
+void registerClass(HINSTANCE program, WNDPROC procedure) {
+  WNDCLASSEXW windowClass{};
+  windowClass.cbSize = sizeof windowClass;
+  windowClass.lpfnWndProc = procedure;
+  windowClass.hInstance = program;
+  windowClass.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  windowClass.hbrBackground = GetSysColorBrush(COLOR_3DFACE);
+  windowClass.lpszClassName = kClassName;
+  RegisterClassExW(&windowClass);
+}
+
+// A dialog frame shows no icon of its class, only one of the window itself.
+void setIcon(HWND frame, WPARAM kind, int widthMetric, int heightMetric) {
+  const HANDLE icon =
+      LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(ZENDOR_ICON), IMAGE_ICON,
+                 GetSystemMetrics(widthMetric), GetSystemMetrics(heightMetric), LR_SHARED);
+  SendMessageW(frame, WM_SETICON, kind, reinterpret_cast<LPARAM>(icon));
+}
+
+SIZE frameSize(HWND frame, const FormDescription& description) {
+  const UINT dotsPerInch = GetDpiForWindow(frame);
+  RECT rect{0, 0, pixelsFromTwips(description.width, dotsPerInch),
+            pixelsFromTwips(description.height, dotsPerInch)};
+  AdjustWindowRectExForDpi(&rect, kStyle, !description.menus.empty(), kExtendedStyle, dotsPerInch);
+  return {rect.right - rect.left, rect.bottom - rect.top};
+}
+
+}  // namespace
+
+HWND createFrame(const FormDescription& description, WNDPROC procedure, void* owner) {
+  const HINSTANCE program = GetModuleHandleW(nullptr);
+  registerClass(program, procedure);
+  const HWND frame = CreateWindowExW(
+      kExtendedStyle, kClassName, wideFromUtf8(description.caption).c_str(), kStyle, CW_USEDEFAULT,
+      CW_USEDEFAULT, 0, 0, nullptr, createMenuBar(description.menus), program, owner);
+  setIcon(frame, ICON_BIG, SM_CXICON, SM_CYICON);
+  setIcon(frame, ICON_SMALL, SM_CXSMICON, SM_CYSMICON);
+  return frame;
+}
+
+void placeFrame(HWND frame, const FormDescription& description, POINT topLeft) {
+  const SIZE size = frameSize(frame, description);
+  SetWindowPos(frame, nullptr, topLeft.x, topLeft.y, size.cx, size.cy,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void centreFrame(HWND frame, const FormDescription& description) {
+  MONITORINFO monitor{};
+  monitor.cbSize = sizeof monitor;
+  GetMonitorInfoW(MonitorFromWindow(frame, MONITOR_DEFAULTTOPRIMARY), &monitor);
+  const RECT& screen = monitor.rcMonitor;
+  const SIZE size = frameSize(frame, description);
+  placeFrame(
+      frame, description,
+      {(screen.left + screen.right - size.cx) / 2, (screen.top + screen.bottom - size.cy) / 2});
+}
+
+}  // namespace zendor
