@@ -3,11 +3,12 @@
 # What building and running the program takes.
 build_packages=(cmake g++ ninja-build qt6-base-dev libcli11-dev fonts-liberation)
 
-# What its tests take besides: a virtual screen, a window manager, a user's hands and eyes.
-test_packages=(
-  libgtest-dev xvfb xauth openbox xdotool x11-utils imagemagick dbus at-spi2-core
-  python3 python3-pyatspi procps
+# A virtual screen, a window manager, and a user's hands and eyes.
+screen_packages=(
+  xvfb xauth openbox xdotool x11-utils imagemagick dbus at-spi2-core python3 python3-pyatspi
 )
+
+test_packages=("${screen_packages[@]}" libgtest-dev)
 
 # Asks for a password only where something is missing and the user is not root.
 install_missing() {

@@ -9,6 +9,7 @@ import pyatspi
 
 HEADING = "Your Zendor Serial Number is:"
 BUTTON = "Get Serial Number"
+WINDOW = "Zendor Serial Number Extractor V"
 
 
 def wait_for(look, what, seconds=10.0):
@@ -54,7 +55,7 @@ class User:
     def __init__(self, command, **variables):
         environment = dict(os.environ, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", **variables)
         self.process = subprocess.Popen(command, env=environment)
-        self.window = wait_for(lambda: self._top_level(pyatspi.ROLE_FRAME), "The window")
+        self.window = wait_for(self._window, "The window")
         wait_for(lambda: self.focused() and True, "The keyboard focus")
 
     def __enter__(self):
@@ -64,14 +65,16 @@ class User:
         self.process.kill()
         self.process.wait()
 
-    def _top_level(self, *roles):
+    def _top_levels(self):
         for application in pyatspi.Registry.getDesktop(0):
-            if application is None or application.get_process_id() != self.process.pid:
-                continue
-            for child in application:
-                if child is not None and child.getRole() in roles:
-                    return child
-        return None
+            if application is not None and application.get_process_id() == self.process.pid:
+                yield from (child for child in application if child is not None)
+
+    def _window(self):
+        return next((w for w in self._top_levels() if w.name.startswith(WINDOW)), None)
+
+    def _box(self):
+        return next((w for w in self._top_levels() if w.getRole() == pyatspi.ROLE_ALERT), None)
 
     def find(self, name, where=None):
         def look():
@@ -105,17 +108,31 @@ class User:
     def wait_for_result(self, seconds=10.0):
         return wait_for(lambda: self.result() or None, "A result", seconds)
 
+    def wait_for_other_result(self, earlier, seconds=10.0):
+        def look():
+            now = self.result()
+            return now if now not in ("", earlier) else None
+
+        return wait_for(look, "Another result", seconds)
+
     def box(self, seconds=10.0):
         """The open message box, waited for."""
-        roles = (pyatspi.ROLE_ALERT, pyatspi.ROLE_DIALOG)
-        return Box(wait_for(lambda: self._top_level(*roles), "A message box", seconds))
+        return Box(wait_for(self._box, "A message box", seconds))
 
     def answer(self, box, button="OK"):
+        """Answers the box and waits until it has gone."""
         self.click(button, box.element)
-        wait_for(lambda: self._top_level(box.element.getRole()) is None or None, "Its end")
+        wait_for(lambda: None if self._box() else True, "The end of the box")
+
+    def answer_last(self, box, button="OK"):
+        """Answers the box with which the program ends."""
+        self.click(button, box.element)
 
     def is_enabled(self, name):
         return has_state(self.find(name), pyatspi.STATE_ENABLED)
+
+    def is_selected(self, name):
+        return has_state(self.find(name), pyatspi.STATE_CHECKED)
 
     def focused(self):
         for element in descendants(self.window):
@@ -123,11 +140,24 @@ class User:
                 return element.name
         return None
 
+    def wait_until_focused(self, name):
+        wait_for(lambda: self.focused() == name or None, f'The focus on "{name}"')
+
+    def wait_until_disabled(self, name):
+        wait_for(lambda: None if self.is_enabled(name) else True, f'"{name}" disabled')
+
     def wait_for_end(self, seconds=10.0):
         """The exit status of the program."""
         return self.process.wait(seconds)
 
-    @staticmethod
-    def picture(path):
-        """A picture of the whole screen."""
-        subprocess.run(["import", "-window", "root", path], check=True)
+    def open_menu(self, name):
+        """Opens the menu and waits until its first entry shows."""
+        self.click(name)
+        entry = next(iter(descendants(next(iter(self.find(name))))))
+        wait_for(lambda: has_state(entry, pyatspi.STATE_SHOWING) or None, "The menu")
+
+    def picture_of_window(self, path):
+        """The window and what stands before it, without the empty screen around."""
+        time.sleep(0.3)  # what shows has been drawn by then
+        command = ["import", "-window", "root", "-trim", "+repage", path]
+        subprocess.run(command, check=True)
