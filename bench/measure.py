@@ -1,0 +1,101 @@
+#!/usr/bin/python3
+"""Measures the program and prints a table of ratios and their targets.
+
+Usage: measure.py BUILD_FOLDER
+"""
+
+import json
+import os
+import statistics
+import subprocess
+import sys
+import time
+
+from Xlib import X, display
+
+BUILD = sys.argv[1]
+PROGRAM = f"{BUILD}/platform/qt/zendor-serial-extractor"
+BARE = f"{BUILD}/bench/bare_window"
+REQUEST = f"{BUILD}/bench/request_bench"
+RECEIVE = f"{BUILD}/bench/receive_bench"
+SIMULATOR = f"{BUILD}/simulator/zendor-pod-simulator"
+
+# Three requests of 5 bytes, their echoes being the same slots of the line, and replies of 5, 13 and 8.
+LINE_BYTES = 3 * 5 + 5 + 13 + 8
+LINE_MS = LINE_BYTES * 10 / 9600 * 1000
+
+
+def requests(count, *pod_options):
+    """For each request its time and the longest pass of its wait loops, in ms."""
+    pod = subprocess.Popen([SIMULATOR, *pod_options], stdout=subprocess.PIPE, text=True)
+    device = pod.stdout.readline().strip()
+    output = subprocess.run([REQUEST, device, str(count)], capture_output=True, text=True, check=True)
+    pod.kill()
+    return [tuple(map(float, line.split())) for line in output.stdout.splitlines()]
+
+
+class Screen:
+    """Watches which windows appear on the screen."""
+
+    def __init__(self):
+        self.display = display.Display()
+        self.display.screen().root.change_attributes(event_mask=X.SubstructureNotifyMask)
+        self.display.sync()
+
+    def start(self, command):
+        """Seconds from exec to the first window, and the peak memory in KiB by then."""
+        while self.display.pending_events():
+            self.display.next_event()
+        begin = time.perf_counter()
+        process = subprocess.Popen([command])
+        while self.display.next_event().type != X.MapNotify:
+            pass
+        seconds = time.perf_counter() - begin
+        time.sleep(0.3)  # drawn, and at rest
+        with open(f"/proc/{process.pid}/status") as status:
+            peak = next(int(line.split()[1]) for line in status if line.startswith("VmHWM"))
+        process.kill()
+        process.wait()
+        return seconds, peak
+
+
+def start_ratios(pairs):
+    """The program over the bare window, pair by pair: of time, of memory."""
+    screen = Screen()
+    rows = [(screen.start(PROGRAM), screen.start(BARE)) for _ in range(pairs + 1)][1:]
+    return (
+        [program[0] / bare[0] for program, bare in rows],
+        [program[1] / bare[1] for program, bare in rows],
+    )
+
+
+def receive_ratio():
+    output = subprocess.run(
+        [RECEIVE, "--benchmark_format=json"], capture_output=True, text=True, check=True
+    )
+    short, long = (row["per_byte"] for row in json.loads(output.stdout)["benchmarks"])
+    return long / short
+
+
+def row(what, value, target):
+    print(f"{what:<66} {value:>8} {target:>10}", flush=True)
+
+
+def main():
+    row("what", "measured", "target")
+    paced = [ms / LINE_MS for ms, _ in requests(20)]
+    row(f"request on the paced line / its {LINE_MS:.1f} ms on the line, median of 20",
+        f"{statistics.median(paced):.3f}", "<= 1.05")
+    time_ratios, memory_ratios = start_ratios(20)
+    row("start to the first shown window / bare window, median of 20 pairs",
+        f"{statistics.median(time_ratios):.3f}", "<= 1.15")
+    row("peak memory / bare window, median of 20 pairs",
+        f"{statistics.median(memory_ratios):.3f}", "<= 1.10")
+    row("receive path per byte, 255-byte reply / 5-byte reply", f"{receive_ratio():.3f}", "flat, <= 1")
+    longest = max(longest for _, longest in requests(2, "--no-pod"))
+    row("longest pass of the wait loop without a pod, of 2 requests", f"{longest:.2f} ms", "< 20 ms")
+
+
+if __name__ == "__main__":
+    os.environ.setdefault("QT_ACCESSIBILITY", "0")
+    main()

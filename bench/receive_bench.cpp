@@ -1,0 +1,70 @@
+// The receive path, poll and reply check, for replies of different lengths that come byte by byte.
+#include <benchmark/benchmark.h>
+
+#include <numeric>
+#include <utility>
+#include <vector>
+
+#include "protocol/checksum.h"
+#include "protocol/receive_poll.h"
+#include "protocol/reply_check.h"
+
+namespace zendor {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// A line on which one byte waits at every poll.
+class ByteLine final : public SerialPort {
+ public:
+  explicit ByteLine(std::span<const std::uint8_t> bytes) : rest_(bytes) {}
+  bool isOpen() const override { return true; }
+  void open() override {}
+  void close() override {}
+  std::size_t bytesWaiting() override { return rest_.empty() ? 0 : 1; }
+  std::span<const std::uint8_t> readAll() override {
+    const auto byte = rest_.first(1);
+    rest_ = rest_.subspan(1);
+    return byte;
+  }
+  void discardWaiting() override {}
+  std::size_t bytesToSend() override { return 0; }
+  void write(std::span<const std::uint8_t>) override {}
+
+ private:
+  std::span<const std::uint8_t> rest_;
+};
+
+// The echo of a poll and a reply of the given length.
+Bytes received(std::size_t replyLength) {
+  Bytes reply(replyLength - 1);
+  std::iota(reply.begin(), reply.end(), std::uint8_t{0});
+  const Bytes header{1, static_cast<std::uint8_t>(replyLength - kFrameOverhead), 80, 0};
+  std::ranges::copy(header, reply.begin());
+  reply.push_back(checksumOf(reply));
+  Bytes all{80, 0, 1, 254, 177};
+  all.insert(all.end(), reply.begin(), reply.end());
+  return all;
+}
+
+void receiveReply(benchmark::State& state) {
+  const Bytes bytes = received(static_cast<std::size_t>(state.range(0)));
+  FrameStores stores;
+  stores.TxLength = kFrameOverhead;
+  for (auto _ : state) {
+    ByteLine line(bytes);
+    stores.RxCount = 0;
+    while (!LL_DRAVO_PollReceive(line, stores.RxBuffer, stores.TxLength, stores.RxCount)) {
+    }
+    if (!LL_DRAVO_CheckReply(stores, 80, 1).empty()) state.SkipWithError("The reply is refused");
+  }
+  state.counters["per_byte"] = benchmark::Counter(
+      static_cast<double>(bytes.size()),
+      benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+BENCHMARK(receiveReply)->Arg(5)->Arg(255);
+
+}  // namespace
+}  // namespace zendor
+
+BENCHMARK_MAIN();

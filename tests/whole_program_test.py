@@ -1,0 +1,162 @@
+#!/usr/bin/python3
+"""The whole program as a user meets it: the real window, the real port service on a pseudo-terminal,
+and a simulated pod; clicked with the mouse, read through the accessible tree.
+
+Usage: whole_program_test.py WINDOW_ON_PORTS ZENDOR_POD_SIMULATOR
+"""
+
+import fcntl
+import os
+import subprocess
+import sys
+import time
+import unittest
+
+from user import BUTTON, User
+
+WINDOW, SIMULATOR = sys.argv[1:3]
+
+POLL, BUILD_CODE, SERIAL = "80 0 1 254 177", "80 0 1 192 239", "80 0 1 242 189"
+WHOLE_REQUEST = [POLL, BUILD_CODE, SERIAL]
+
+NO_POD = ("Error", "You Must Attach The Zendor!")
+FAULTY = ("Error", "You Zendor maybe Faulty")
+
+
+class Pod:
+    """A simulated pod on a pseudo-terminal of its own."""
+
+    def __init__(self, *options):
+        pipes = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE}
+        self.process = subprocess.Popen([SIMULATOR, "--trace", *options], text=True, **pipes)
+        self.device = self.process.stdout.readline().strip()
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.process.kill()
+        self.process.communicate()
+
+    def requests(self):
+        """The frames that the host has sent; ends the pod."""
+        self.process.terminate()
+        trace = self.process.communicate()[1]
+        marked = [line.partition(": ") for line in trace.splitlines()]
+        return [frame for sender, _, frame in marked if sender == "host"]
+
+
+def open_devices(user):
+    folder = f"/proc/{user.process.pid}/fd"
+    return [os.readlink(f"{folder}/{name}") for name in os.listdir(folder)]
+
+
+class WholeProgram(unittest.TestCase):
+    def assert_box(self, box, expected):
+        self.assertEqual((box.title, box.text), expected)
+
+    def test_shows_the_number_and_closes_the_port(self):
+        rows = [
+            (("--build-code", "Customer", "--serial-number", "1234567"), "C-1234567"),
+            (("--build-code", "Engineer", "--serial-number", "42"), "E-42"),
+            (("--build-code", "Engineer", "--serial-number", "16777215"), "E-16777215"),
+        ]
+        for options, caption in rows:
+            with self.subTest(caption), Pod(*options) as pod, User([WINDOW, pod.device]) as user:
+                self.assertEqual(user.result(), "")
+                self.assertEqual(user.focused(), BUTTON)
+                user.press("space")
+                self.assertEqual(user.wait_for_result(), caption)
+                self.assertTrue(user.is_enabled(BUTTON))
+                self.assertEqual(user.focused(), BUTTON)
+                self.assertNotIn(pod.device, open_devices(user))
+                self.assertEqual(pod.requests(), WHOLE_REQUEST)
+
+    def test_asks_the_chosen_port(self):
+        with Pod("--serial-number", "1") as first, Pod("--serial-number", "3") as third:
+            with User([WINDOW, first.device, "/none", third.device]) as user:
+                user.click("Serial Port 3")
+                user.click(BUTTON)
+                self.assertEqual(user.wait_for_result(), "C-3")
+                user.click("Serial Port 1")
+                user.click(BUTTON)
+                self.assertEqual(user.wait_for_other_result("C-3"), "C-1")
+
+    def test_says_once_that_no_pod_answers_and_stays_usable(self):
+        faults = ("--fault", "echo-only:254:2")  # nobody answers the first poll
+        with Pod(*faults, "--serial-number", "7") as pod, User([WINDOW, pod.device]) as user:
+            start = time.monotonic()
+            user.click(BUTTON)
+            user.click("Serial Port 2")  # the window is alive meanwhile
+            self.assertTrue(user.is_selected("Serial Port 2"))
+            self.assertLess(time.monotonic() - start, 1.9)
+            box = user.box()
+            self.assertGreater(time.monotonic() - start, 1.9)
+            self.assert_box(box, NO_POD)
+            self.assertNotEqual(user.result(), "C-7")
+            user.answer(box)
+            user.wait_until_focused(BUTTON)
+            user.click("Serial Port 1")
+            user.click(BUTTON)
+            self.assertEqual(user.wait_for_result(), "C-7")
+            self.assertEqual(pod.requests(), [POLL, POLL, *WHOLE_REQUEST])
+
+    def test_ends_after_a_faulty_pod(self):
+        rows = [
+            (("--fault", "wrong-checksum:242"), [POLL] + [BUILD_CODE, SERIAL, SERIAL] * 2),
+            (("--fault", "busy:192"), [POLL] + [BUILD_CODE] * 4),
+            (("--build-code", "customer"), [POLL] + [BUILD_CODE] * 2),
+        ]
+        for options, requests in rows:
+            with self.subTest(options), Pod(*options) as pod, User([WINDOW, pod.device]) as user:
+                user.click(BUTTON)
+                box = user.box()
+                self.assert_box(box, FAULTY)
+                user.answer_last(box)
+                self.assertEqual(user.wait_for_end(), 0)
+                self.assertEqual(pod.requests(), requests)
+
+    def test_tells_a_missing_a_held_and_a_wrong_port_apart_and_ends(self):
+        with Pod() as pod, open(pod.device, "rb") as holder:
+            fcntl.flock(holder, fcntl.LOCK_EX)
+            rows = [
+                ([], "There is no serial port 1 "),
+                (["/dev/ttyNone"], "There is no serial port /dev/ttyNone "),
+                ([pod.device], f"The serial port {pod.device} is in use by another program"),
+                ([__file__], f"{__file__} is not a serial port"),
+            ]
+            for devices, beginning in rows:
+                with self.subTest(beginning), User([WINDOW, *devices]) as user:
+                    user.click(BUTTON)
+                    box = user.box()
+                    self.assertEqual(box.title, "Error opening/closing Serial Port 1")
+                    self.assertTrue(box.text.startswith(beginning), box.text)
+                    self.assertTrue(box.text.endswith("Please free the port or choose another"))
+                    user.answer_last(box)
+                    self.assertEqual(user.wait_for_end(), 0)
+
+    def test_ends_at_once_when_closed_in_the_middle_of_a_wait(self):
+        with Pod("--no-pod") as pod:
+            for _ in range(2):  # the port opens again
+                with User([WINDOW, pod.device]) as user:
+                    user.click(BUTTON)
+                    user.wait_until_disabled(BUTTON)
+                    self.assertIn(pod.device, open_devices(user))
+                    start = time.monotonic()
+                    user.close_window()
+                    self.assertEqual(user.wait_for_end(), 0)
+                    self.assertLess(time.monotonic() - start, 0.9)
+
+    def test_survives_a_line_that_is_torn_out(self):
+        with Pod("--fault", "echo-only:192") as pod, User([WINDOW, pod.device]) as user:
+            user.click(BUTTON)
+            user.wait_until_disabled(BUTTON)
+            time.sleep(0.3)  # into the wait for the build code
+            pod.process.kill()
+            box = user.box()  # the second attempt cannot write
+            self.assertEqual(box.title, "Unhandled Error")
+            self.assertTrue(box.text.endswith("Occured in LL_Serial_SendMessage"), box.text)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1], verbosity=2)
