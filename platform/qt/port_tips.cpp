@@ -1,0 +1,39 @@
+#include "platform/qt/port_tips.h"
+
+#include <QEvent>
+#include <QTextDocument>
+
+namespace zendor {
+
+namespace {
+
+constexpr const char* kDeviceFolder = "/dev";
+
+}  // namespace
+
+PortTips::PortTips(const QWidget& window, Words words)
+    : choices_(window.findChildren<QRadioButton*>()), words_(std::move(words)) {
+  for (auto* choice : choices_) choice->installEventFilter(this);
+  connect(&devices_, &QFileSystemWatcher::directoryChanged, this, &PortTips::refresh);
+  devices_.addPath(kDeviceFolder);
+  refresh();
+}
+
+// Where the folder cannot be watched, the tooltip is right all the same.
+bool PortTips::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::ToolTip) refresh();
+  return QObject::eventFilter(watched, event);
+}
+
+// A device may name itself with a "<", which is no markup. Unchanged words raise no event.
+void PortTips::refresh() {
+  for (int index = 0; index < choices_.size(); ++index) {
+    QRadioButton& choice = *choices_[index];
+    const QString words = QString::fromStdString(words_(index));
+    if (words == choice.accessibleDescription()) continue;
+    choice.setAccessibleDescription(words);
+    choice.setToolTip(Qt::mightBeRichText(words) ? Qt::convertFromPlainText(words) : words);
+  }
+}
+
+}  // namespace zendor

@@ -1,0 +1,31 @@
+// Tells which device is behind each option button of a form: as its tooltip and, for screen
+// readers, as its description. Both follow adapters that are plugged in or out.
+#pragma once
+
+#include <QFileSystemWatcher>
+#include <QRadioButton>
+#include <functional>
+#include <string>
+
+namespace zendor {
+
+class PortTips final : public QObject {
+ public:
+  // The words for the option button of the given index, UTF-8.
+  using Words = std::function<std::string(int index)>;
+
+  // The window outlives the tips.
+  PortTips(const QWidget& window, Words words);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void refresh();
+
+  QList<QRadioButton*> choices_;
+  Words words_;
+  QFileSystemWatcher devices_;
+};
+
+}  // namespace zendor

@@ -1,0 +1,74 @@
+#include "platform/qt/qt_desktop.h"
+
+#include <QCoreApplication>
+#include <QFontMetrics>
+#include <QGridLayout>
+#include <QMessageBox>
+#include <cstdlib>
+#include <thread>
+
+namespace zendor {
+
+namespace {
+
+constexpr int kWindowButtons = 120;  // pixels
+
+QMessageBox::Icon iconOf(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::Critical:
+      return QMessageBox::Critical;
+    case MessageIcon::Exclamation:
+      return QMessageBox::Warning;
+    case MessageIcon::None:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+// Qt would show CR LF as two line breaks.
+QString textOf(const std::string& text) {
+  return QString::fromStdString(text).replace(kLineBreak, "\n");
+}
+
+// Qt leaves a title less room than the window buttons and bold title bars of some desktops take.
+void makeRoomForTitle(QMessageBox& box) {
+  QFont titleFont = box.font();
+  titleFont.setBold(true);
+  const int width = QFontMetrics(titleFont).horizontalAdvance(box.windowTitle()) + kWindowButtons;
+  if (auto* grid = qobject_cast<QGridLayout*>(box.layout())) {
+    grid->setColumnMinimumWidth(grid->columnCount() - 1, width);
+  }
+}
+
+}  // namespace
+
+QtDesktop::QtDesktop(QWidget& window) : window_(window) {}
+
+MessageAnswer QtDesktop::showMessage(const Message& message) {
+  QMessageBox box(&window_);
+  box.setWindowTitle(QString::fromStdString(message.title));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(textOf(message.text));
+  box.setIcon(iconOf(message.icon));
+  makeRoomForTitle(box);
+  if (message.buttons == MessageButtons::Ok) {
+    box.setStandardButtons(QMessageBox::Ok);
+    box.exec();
+    return MessageAnswer::Ok;
+  }
+  box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+  box.setDefaultButton(QMessageBox::Yes);
+  box.setEscapeButton(QMessageBox::No);
+  return box.exec() == QMessageBox::Yes ? MessageAnswer::Yes : MessageAnswer::No;
+}
+
+void QtDesktop::processEvents() {
+  QCoreApplication::processEvents();
+  std::this_thread::yield();
+}
+
+// No destructor runs, so that none can touch the port or the stores; the system frees both, and
+// takes the windows away.
+void QtDesktop::endProgram() { std::_Exit(EXIT_SUCCESS); }
+
+}  // namespace zendor

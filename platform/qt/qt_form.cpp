@@ -1,0 +1,169 @@
+#include "platform/qt/qt_form.h"
+
+#include <QAbstractButton>
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QMenu>
+#include <QPixmap>
+#include <QPushButton>
+#include <QScreen>
+#include <QStyle>
+#include <algorithm>
+
+#include "platform/qt/qt_controls.h"
+#include "platform/shared/twips.h"
+#include "zendor_serial_extractor.xpm"
+
+namespace zendor {
+
+namespace {
+
+constexpr int kMenuMargin = 6;
+
+QString objectName(std::string_view name) {
+  return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+}
+
+// The frame is not known before the window is shown; the style's title bar comes close.
+void centreOnScreen(QWidget& window) {
+  const int titleBar = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+  const QSize framed = window.sizeHint() + QSize(0, titleBar);
+  const QRect screen = window.screen()->availableGeometry();
+  const QRect frame = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, framed, screen);
+  window.setGeometry(frame.adjusted(0, titleBar, 0, 0));
+}
+
+}  // namespace
+
+FormWindow::FormWindow(std::function<void()> onClose)
+    : QDialog(nullptr, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                           Qt::WindowCloseButtonHint),
+      onClose_(std::move(onClose)) {}
+
+void FormWindow::reject() {}
+
+void FormWindow::closeEvent(QCloseEvent* event) {
+  onClose_();
+  event->accept();
+}
+
+QtForm::QtForm(const FormDescription& description) : window_([this] { events_->Form_Unload(); }) {
+  const double dotsPerInch = window_.screen()->logicalDotsPerInch();
+  window_.setWindowTitle(QString::fromStdString(description.caption));
+  window_.setWindowIcon(QIcon(QPixmap(zendor_serial_extractor_xpm)));
+  client_.setFixedSize(pixelsFromTwips(description.width, dotsPerInch),
+                       pixelsFromTwips(description.height, dotsPerInch));
+  layOutWindow();
+  for (const auto& menu : description.menus) addMenu(menu);
+  for (const auto& control : description.controls) addControl(control, dotsPerInch);
+  nameControls();
+  fitCaptions(client_);
+  relateHeadings(client_);
+  orderFocus(description.controls);
+}
+
+void QtForm::layOutWindow() {
+  menuBar_.setNativeMenuBar(false);
+  layout_.setContentsMargins(0, 0, 0, 0);
+  layout_.setSizeConstraint(QLayout::SetFixedSize);
+  layout_.setMenuBar(&menuBar_);
+  layout_.addWidget(&client_);
+  window_.setLayout(&layout_);
+}
+
+void QtForm::addMenu(const FormMenu& menu) {
+  QMenu* const shown = menuBar_.addMenu(QString::fromStdString(menu.caption));
+  shown->setObjectName(objectName(menu.name));
+  // A menu of nothing but a separator still shows its line.
+  shown->setSeparatorsCollapsible(false);
+  shown->setContentsMargins(0, kMenuMargin, 0, kMenuMargin);
+  for (const auto& item : menu.items) {
+    if (item == "-") {
+      shown->addSeparator();
+    } else {
+      shown->addAction(QString::fromStdString(item));
+    }
+  }
+}
+
+void QtForm::addControl(const FormControl& control, double dotsPerInch) {
+  auto widget = makeControl(control, client_, dotsPerInch);
+  connectControl(control, *widget);
+  controls_.emplace(control.id, std::move(widget));
+}
+
+void QtForm::connectControl(const FormControl& control, QWidget& widget) {
+  auto* const button = qobject_cast<QAbstractButton*>(&widget);
+  if (control.kind == ControlKind::OptionButton) groups_[control.group].addButton(button);
+  if (control.kind != ControlKind::PushButton) return;
+  QObject::connect(button, &QAbstractButton::clicked,
+                   [this, id = control.id] { events_->Control_Click(id); });
+}
+
+// Assistive tools find a control by its name, within an array by name and index.
+void QtForm::nameControls() {
+  for (const auto& [id, widget] : controls_) {
+    const bool inArray = std::ranges::count_if(controls_, [name = id.name](const auto& other) {
+                           return other.first.name == name;
+                         }) > 1;
+    widget->setObjectName(objectName(id.name) + (inArray ? QString::number(id.index) : QString()));
+  }
+}
+
+void QtForm::orderFocus(std::vector<FormControl> controls) {
+  std::ranges::sort(controls, {}, &FormControl::tabIndex);
+  QWidget* previous = nullptr;
+  for (const auto& control : controls) {
+    QWidget* const next = controls_.at(control.id).get();
+    if (next->focusPolicy() == Qt::NoFocus) continue;
+    if (previous == nullptr) next->setFocus();
+    if (previous != nullptr) QWidget::setTabOrder(previous, next);
+    previous = next;
+  }
+}
+
+void QtForm::show(FormEvents& events) {
+  events_ = &events;
+  events.Form_Load();
+  centreOnScreen(window_);
+  window_.show();
+  events.Form_Activate();
+}
+
+std::string QtForm::caption() const { return window_.windowTitle().toStdString(); }
+
+void QtForm::setCaption(const std::string& caption) {
+  window_.setWindowTitle(QString::fromStdString(caption));
+}
+
+void QtForm::setMenuCaption(std::string_view menu, const std::string& caption) {
+  menuBar_.findChild<QMenu*>(objectName(menu))->setTitle(QString::fromStdString(caption));
+}
+
+void QtForm::setCaption(const ControlId& control, const std::string& caption) {
+  controls_.at(control)->setProperty("text", QString::fromStdString(caption));
+}
+
+// Qt passes the focus of a disabled control on to the next one. Here the window itself keeps it
+// meanwhile, also while it is inactive or a message box stands before it; a focus anywhere among
+// the controls is the user's choice.
+void QtForm::setEnabled(const ControlId& control, bool enabled) {
+  QWidget& widget = *controls_.at(control);
+  if (!enabled && window_.focusWidget() == &widget) {
+    focusOwner_ = &widget;
+    window_.setFocus();
+  }
+  widget.setEnabled(enabled);
+  if (!enabled || focusOwner_ != &widget) return;
+  focusOwner_ = nullptr;
+  if (!client_.isAncestorOf(window_.focusWidget())) widget.setFocus();
+}
+
+void QtForm::setFocus(const ControlId& control) { controls_.at(control)->setFocus(); }
+
+bool QtForm::isSelected(const ControlId& optionButton) const {
+  return controls_.at(optionButton)->property("checked").toBool();
+}
+
+}  // namespace zendor

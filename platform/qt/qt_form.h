@@ -1,0 +1,64 @@
+// A described window, drawn with Qt.
+#pragma once
+
+#include <QButtonGroup>
+#include <QDialog>
+#include <QMenuBar>
+#include <QVBoxLayout>
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "platform/form.h"
+
+namespace zendor {
+
+// The dialog window itself. Its close box and closing keys run the given action; Esc does nothing.
+class FormWindow final : public QDialog {
+ public:
+  explicit FormWindow(std::function<void()> onClose);
+  void reject() override;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  std::function<void()> onClose_;
+};
+
+class QtForm final : public Form {
+ public:
+  explicit QtForm(const FormDescription& description);
+
+  // Loads, shows and activates the form. The receiver of its events outlives the form.
+  void show(FormEvents& events);
+
+  QWidget& window() { return window_; }
+
+  std::string caption() const override;
+  void setCaption(const std::string& caption) override;
+  void setMenuCaption(std::string_view menu, const std::string& caption) override;
+  void setCaption(const ControlId& control, const std::string& caption) override;
+  void setEnabled(const ControlId& control, bool enabled) override;
+  void setFocus(const ControlId& control) override;
+  bool isSelected(const ControlId& optionButton) const override;
+
+ private:
+  void layOutWindow();
+  void addMenu(const FormMenu& menu);
+  void addControl(const FormControl& control, double dotsPerInch);
+  void connectControl(const FormControl& control, QWidget& widget);
+  void nameControls();
+  void orderFocus(std::vector<FormControl> controls);
+
+  FormEvents* events_ = nullptr;
+  FormWindow window_;
+  QMenuBar menuBar_;
+  QWidget client_;
+  QVBoxLayout layout_;
+  std::map<int, QButtonGroup> groups_;
+  std::map<ControlId, std::unique_ptr<QWidget>> controls_;
+  const QWidget* focusOwner_ = nullptr;  // a control that was disabled while it had the focus
+};
+
+}  // namespace zendor

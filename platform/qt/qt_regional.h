@@ -1,0 +1,10 @@
+// The user's regional settings, as Qt finds them.
+#pragma once
+
+#include "platform/regional.h"
+
+namespace zendor {
+
+Regional systemRegional();
+
+}  // namespace zendor
