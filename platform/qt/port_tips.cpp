@@ -32,7 +32,8 @@ void PortTips::refresh() {
     const QString words = QString::fromStdString(words_(index));
     if (words == choice.accessibleDescription()) continue;
     choice.setAccessibleDescription(words);
-    choice.setToolTip(Qt::mightBeRichText(words) ? Qt::convertFromPlainText(words) : words);
+    choice.setToolTip(
+        Qt::mightBeRichText(words) ? Qt::convertFromPlainText(words, Qt::WhiteSpaceNoWrap) : words);
   }
 }
 
