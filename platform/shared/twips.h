@@ -1,6 +1,8 @@
 // From twips to pixels, the same on every machine.
 #pragma once
 
+#include <cmath>
+
 #include "platform/form.h"
 
 namespace zendor {
@@ -13,12 +15,12 @@ struct PixelRect {
 };
 
 // Pixels at the given density, rounded to the nearest one.
-constexpr int pixelsFromTwips(int twips, double dotsPerInch) {
-  return static_cast<int>(twips * dotsPerInch / 1440.0 + 0.5);
+inline int pixelsFromTwips(int twips, double dotsPerInch) {
+  return static_cast<int>(std::lround(twips * dotsPerInch / 1440.0));
 }
 
 // Edges are rounded, not widths: controls that touch in twips touch in pixels.
-constexpr PixelRect pixelsFromTwips(const TwipRect& rect, double dotsPerInch) {
+inline PixelRect pixelsFromTwips(const TwipRect& rect, double dotsPerInch) {
   const int left = pixelsFromTwips(rect.left, dotsPerInch);
   const int top = pixelsFromTwips(rect.top, dotsPerInch);
   return {left, top, pixelsFromTwips(rect.left + rect.width, dotsPerInch) - left,
