@@ -17,7 +17,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   Win32Desktop desktop(form);
   const SteadyClock clock;
   frmStartup startup(form, port, desktop, clock, userRegional(),
-                     {ZENDOR_VERSION_MAJOR, ZENDOR_VERSION_MINOR, ZENDOR_VERSION_PATCH});
+                     {ZENDOR_VERSION_MAJOR, ZENDOR_VERSION_MINOR, ZENDOR_VERSION_REVISION});
   form.run(startup);
   return EXIT_SUCCESS;
 }

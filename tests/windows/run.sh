@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# Cross-builds the Windows program and its archive, and runs them and the tests of the core under Wine.
+set -euo pipefail
+cd "$(dirname "$0")/../.."
+. tools/packages.sh
+
+install_missing "${build_packages[@]}" g++-mingw-w64-x86-64-posix googletest wine wine64 \
+  xvfb xauth openbox xdotool imagemagick dbus python3
+
+cmake --preset windows
+cmake --build --preset windows
+cpack --config build/windows/CPackConfig.cmake -B build/windows
+
+# The pod is a program of this machine.
+cmake --preset release
+cmake --build --preset release --target zendor-pod-simulator
+
+export WINEDLLOVERRIDES=mscoree,mshtml= WINEDEBUG=-all
+WINEPREFIX=$(mktemp -d)
+export WINEPREFIX
+trap 'wineserver --kill; rm -rf "$WINEPREFIX"' EXIT
+wineboot --init >/dev/null 2>&1
+ctest --preset windows
+
+PYTHONDONTWRITEBYTECODE=1 tools/virtual_screen.sh \
+  tests/windows/windows_program_test.py build/windows build/release/simulator/zendor-pod-simulator
