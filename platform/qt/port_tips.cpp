@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QTextDocument>
+#include <QTimer>
 
 namespace zendor {
 
@@ -16,7 +17,8 @@ PortTips::PortTips(const QWidget& window, Words words)
   for (auto* choice : choices_) choice->installEventFilter(this);
   connect(&devices_, &QFileSystemWatcher::directoryChanged, this, &PortTips::refresh);
   devices_.addPath(kDeviceFolder);
-  refresh();
+  // Asking the machine takes longer than showing the window, which need not wait for it.
+  QTimer::singleShot(0, this, &PortTips::refresh);
 }
 
 // Where the folder cannot be watched, the tooltip is right all the same.
