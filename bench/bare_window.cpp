@@ -1,11 +1,11 @@
-// The least that a program on this toolkit can be: what start-up and memory are held against.
+// The least that a program with a word in its window can be on this toolkit: what start-up and
+// memory are held against.
 #include <QApplication>
-#include <QWidget>
+#include <QLabel>
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
-  QWidget window;
-  window.setWindowTitle("Bare window");
+  QLabel window("Bare window");
   window.show();
   return QApplication::exec();
 }

@@ -69,5 +69,5 @@ int main(int argc, char** argv) {
     std::printf("%.3f %.3f\n", milliseconds(Time::now() - start),
                 milliseconds(desktop.longestPass));
   }
-  std::_Exit(EXIT_SUCCESS);
+  return EXIT_SUCCESS;
 }
