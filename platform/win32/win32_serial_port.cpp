@@ -31,6 +31,8 @@ std::string advice(DWORD error, const std::string& name) {
     case ERROR_ACCESS_DENIED:
     case ERROR_SHARING_VIOLATION:
       return " Most likely another program is using " + name + ": close that program.";
+    case ERROR_INVALID_FUNCTION:
+      return " It is not a serial port, or its adapter has been pulled out.";
     default:
       return {};
   }

@@ -16,7 +16,8 @@ import tty
 import unittest
 import zipfile
 
-from windows_machine import BUTTON, COLORS, DESKTOP, HEADING, METRICS, Reader, User, Windows, wait_for
+from windows_machine import BUTTON, COLORS, DESKTOP, HEADING, METRICS
+from windows_machine import Reader, User, Windows, wait_for, xdotool
 
 BUILD = pathlib.Path(sys.argv[1])
 SIMULATOR = sys.argv[2]
@@ -29,8 +30,7 @@ CAPTION = "Zendor Serial Number Extractor V1.0.1"
 OPTIONS = [f"Serial Port {number}" for number in range(1, 5)]
 POLL, BUILD_CODE, SERIAL = "80 0 1 254 177", "80 0 1 192 239", "80 0 1 242 189"
 
-# Kind, left, top, width and height in twips: what the window is drawn from.
-CLIENT = (5652, 2952)
+# Left, top, width and height in twips, by caption.
 PLACES = {
     HEADING: (240, 120, 5172, 372),
     "": (240, 720, 5172, 612),
@@ -198,6 +198,16 @@ class Request(OnWindows):
                 user.wait_until_enabled()
                 self.assertEqual(pod.requests(), [POLL, BUILD_CODE, SERIAL])
 
+    def test_opens_a_menu_that_offers_nothing(self):
+        with self.user() as user:
+            button = user.find(BUTTON)
+            client_top = button.top - round(PLACES[BUTTON][1] / 15)
+            xdotool("mousemove", button.left + 20, client_top - 8, "click", 1)
+            menu = wait_for(lambda: self.reader.window("#32768"), "The menu")[0]
+            self.assertLess(menu.bottom - menu.top, 20)  # the height of a separator, not of a text
+            user.press("Escape", "Escape")
+            wait_for(lambda: None if self.reader.window("#32768") else True, "The end of the menu")
+
     def test_asks_the_chosen_port(self):
         with Pod("--serial-number", "1") as first, Pod("--serial-number", "4") as fourth:
             with self.user(com1=first.device, com4=fourth.device) as user:
@@ -350,6 +360,10 @@ class Appearance(OnWindows):
             expected = [a + pixels(b) for a, b in zip((left, top, left, top), edges)]
             self.assertEqual([row.left, row.top, row.right, row.bottom], expected, row.text)
         self.assertEqual(len(controls), len(PLACES))
+        self.assertNotIn("resizable", window.state)
+        width, height = map(int, output_of("xdotool", "getdisplaygeometry").split())
+        self.assertAlmostEqual(window.left + window.right, width, delta=2)
+        self.assertAlmostEqual(window.top + window.bottom, height, delta=2)
 
     def test_keeps_the_result_readable_in_every_theme(self):
         for background, text in [
