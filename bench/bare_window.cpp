@@ -6,6 +6,7 @@
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QLabel window("Bare window");
+  window.resize(377, 220);  // as large as the program's
   window.show();
   return QApplication::exec();
 }
