@@ -1,0 +1,22 @@
+// A path of the user's choice that leads to a device as long as this object lives.
+#pragma once
+
+#include <filesystem>
+
+namespace zendor::simulator {
+
+class DeviceLink {
+ public:
+  // Takes the place of a symbolic link; throws std::runtime_error when anything else is there or
+  // the folder cannot be written.
+  DeviceLink(std::filesystem::path link, std::filesystem::path device);
+  DeviceLink(const DeviceLink&) = delete;
+  DeviceLink& operator=(const DeviceLink&) = delete;
+  ~DeviceLink();
+
+ private:
+  std::filesystem::path link_;
+  std::filesystem::path device_;
+};
+
+}  // namespace zendor::simulator

@@ -1,0 +1,40 @@
+// Which fault strikes which request.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "simulator/fault.h"
+
+namespace zendor::simulator {
+
+struct FaultRule {
+  Fault fault = Fault::kNone;
+  std::optional<std::uint8_t> header{};  // none: strikes a request of any header
+  std::optional<unsigned> times{};       // how many more requests it strikes; none: all
+};
+
+// Reads "busy", "busy:254", "busy:254:2" or "busy:any:always". Throws std::invalid_argument with a
+// sentence for people.
+FaultRule parseFaultRule(std::string_view text);
+
+class FaultPlan {
+ public:
+  FaultPlan() = default;
+  FaultPlan(std::vector<FaultRule> rules) : rules_(std::move(rules)) {}
+
+  // The fault that strikes a request with this header: the first rule that fits and is not used up
+  // counts, and is used up by one.
+  Fault next(std::uint8_t header);
+
+  // Whether a request yet to come can lose its echo.
+  bool canLoseEcho() const;
+
+ private:
+  std::vector<FaultRule> rules_;
+};
+
+}  // namespace zendor::simulator

@@ -1,0 +1,71 @@
+#include "simulator/line_station.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace zendor::simulator {
+
+namespace {
+
+// Long against the time of a byte, short against the time after which a host tries again.
+constexpr std::chrono::milliseconds kGapWithinRequest{50};
+
+void append(Bytes& bytes, const Bytes& more) {
+  bytes.insert(bytes.end(), more.begin(), more.end());
+}
+
+}  // namespace
+
+LineStation::LineStation(std::optional<Pod> pod, FaultPlan faults,
+                         std::chrono::nanoseconds byteTime, Onlooker onlooker)
+    : pod_(std::move(pod)),
+      faults_(std::move(faults)),
+      byteTime_(byteTime),
+      onlooker_(std::move(onlooker)) {}
+
+std::vector<Delivery> LineStation::receive(std::span<const std::uint8_t> bytes, TimePoint now) {
+  std::vector<Delivery> deliveries;
+  for (const std::uint8_t byte : bytes) {
+    takeIn(byte, now);
+    echo(deliveries);
+    if (!isComplete(request_.bytes)) continue;
+    reply(deliveries);
+    request_ = {};
+  }
+  return deliveries;
+}
+
+void LineStation::takeIn(std::uint8_t byte, TimePoint now) {
+  if (now - lineFree_ > kGapWithinRequest) request_ = {};
+  lineFree_ = std::max(lineFree_, now) + byteTime_;
+  request_.bytes.push_back(byte);
+  request_.ends.push_back(lineFree_);
+  if (request_.bytes.size() == kHeaderOffset + 1) request_.fault = faults_.next(byte);
+}
+
+// Until the header tells which fault strikes, the echo waits where one may be lost.
+void LineStation::echo(std::vector<Delivery>& deliveries) {
+  const bool isDecided = request_.bytes.size() > kHeaderOffset || !faults_.canLoseEcho();
+  const std::size_t limit = isDecided ? echoLimit(request_.fault) : 0;
+  for (std::size_t& i = request_.echoed; i < std::min(limit, request_.bytes.size()); ++i) {
+    deliveries.push_back({request_.ends[i], {request_.bytes[i]}});
+  }
+}
+
+void LineStation::reply(std::vector<Delivery>& deliveries) {
+  if (onlooker_) onlooker_(Sender::kHost, request_.bytes);
+  const auto frame = decode(request_.bytes);
+  if (!pod_ || !frame || frame->destination != pod_->address) return;
+
+  const Transmission transmission = faultyReply(*pod_, *frame, request_.fault);
+  TimePoint due = lineFree_ + transmission.delay;
+  Bytes sent;
+  for (const Bytes& piece : transmission.pieces) {
+    due += transmission.rest + byteTime_ * static_cast<long>(piece.size());
+    deliveries.push_back({due, piece});
+    append(sent, piece);
+  }
+  if (onlooker_ && !sent.empty()) onlooker_(Sender::kPod, sent);
+}
+
+}  // namespace zendor::simulator

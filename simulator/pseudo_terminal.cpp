@@ -1,0 +1,119 @@
+#include "simulator/pseudo_terminal.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/epoll.h>
+#include <sys/eventfd.h>
+#include <sys/timerfd.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <system_error>
+
+namespace zendor::simulator {
+
+namespace {
+
+void require(bool succeeded, const char* action) {
+  if (!succeeded) throw std::system_error(errno, std::generic_category(), action);
+}
+
+FileDescriptor owned(int number, const char* action) {
+  require(number >= 0, action);
+  return FileDescriptor(number);
+}
+
+std::string pathOfOtherEnd(int master) {
+  require(::unlockpt(master) == 0, "unlock a pseudo-terminal");
+  std::array<char, 64> path{};
+  const int error = ::ptsname_r(master, path.data(), path.size());
+  if (error != 0) throw std::system_error(error, std::generic_category(), "name a pseudo-terminal");
+  return path.data();
+}
+
+// Leaves the other end as one wants to find it: without unread bytes and translating none.
+bool clean(const std::string& path) {
+  const FileDescriptor end(::open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+  termios settings{};
+  if (!end.isOpen() || ::tcgetattr(end.number(), &settings) != 0) return false;
+  ::cfmakeraw(&settings);
+  return ::tcsetattr(end.number(), TCSANOW, &settings) == 0 &&
+         ::tcflush(end.number(), TCIFLUSH) == 0;
+}
+
+void watch(int events, int descriptor, std::uint32_t what) {
+  epoll_event event{};
+  event.events = what;
+  event.data.fd = descriptor;
+  require(::epoll_ctl(events, EPOLL_CTL_ADD, descriptor, &event) == 0, "watch a line");
+}
+
+// A time that is past rings at once; none never rings.
+void setTimer(int timer, std::optional<std::chrono::steady_clock::time_point> until) {
+  using std::chrono::nanoseconds;
+  constexpr long kSecond = 1'000'000'000;
+  itimerspec setting{};
+  if (until) {
+    const long time = std::max(1L, nanoseconds(until->time_since_epoch()).count());
+    setting.it_value = {time / kSecond, time % kSecond};
+  }
+  require(::timerfd_settime(timer, TFD_TIMER_ABSTIME, &setting, nullptr) == 0, "set a timer");
+}
+
+}  // namespace
+
+// While nobody has the other end open it counts as hung up. Only a change wakes, so that the wait
+// sleeps through that state too.
+PseudoTerminal::PseudoTerminal()
+    : master_(owned(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC),
+                    "open a pseudo-terminal")),
+      timer_(owned(::timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC), "make a timer")),
+      waker_(owned(::eventfd(0, EFD_CLOEXEC), "make an event")),
+      events_(owned(::epoll_create1(EPOLL_CLOEXEC), "make an event queue")),
+      path_(pathOfOtherEnd(master_.number())) {
+  require(clean(path_), "prepare a pseudo-terminal");
+  watch(events_.number(), master_.number(), EPOLLIN | EPOLLET);
+  watch(events_.number(), timer_.number(), EPOLLIN);
+  watch(events_.number(), waker_.number(), EPOLLIN);
+}
+
+void PseudoTerminal::wait(std::optional<std::chrono::steady_clock::time_point> until) {
+  setTimer(timer_.number(), until);
+  epoll_event event{};
+  ::epoll_wait(events_.number(), &event, 1, -1);
+  if (isSoiled_ && !isHeard()) {
+    clean(path_);
+    isSoiled_ = false;
+  }
+}
+
+void PseudoTerminal::wake() { ::eventfd_write(waker_.number(), 1); }
+
+std::vector<std::uint8_t> PseudoTerminal::read() {
+  std::vector<std::uint8_t> bytes;
+  std::array<std::uint8_t, 1024> chunk{};
+  while (true) {
+    const ssize_t count = ::read(master_.number(), chunk.data(), chunk.size());
+    if (count <= 0) return bytes;
+    bytes.insert(bytes.end(), chunk.begin(), chunk.begin() + count);
+  }
+}
+
+void PseudoTerminal::write(const std::vector<std::uint8_t>& bytes) {
+  if (!isHeard()) return;
+  isSoiled_ = ::write(master_.number(), bytes.data(), bytes.size()) > 0 || isSoiled_;
+}
+
+void PseudoTerminal::hangUp() { master_ = FileDescriptor(); }
+
+bool PseudoTerminal::isHeard() const {
+  pollfd state{master_.number(), 0, 0};
+  ::poll(&state, 1, 0);
+  return (state.revents & POLLHUP) == 0;
+}
+
+}  // namespace zendor::simulator
