@@ -3,7 +3,7 @@
 #include <poll.h>
 #include <unistd.h>
 
-#include <optional>
+#include <memory>
 #include <stdexcept>
 
 #include "simulator/simulated_line.h"
@@ -224,9 +224,9 @@ TEST(SimulatedLineTest, WhoOpensTheDeviceFindsNothingFromBefore) {
 
 TEST(SimulatedLineTest, SleepsUntilItsTimeWhetherTheDeviceIsOpenOrNot) {
   PseudoTerminal line;
-  std::optional<OpenDevice> device;
+  std::unique_ptr<OpenDevice> device;
   for (const bool isOpen : {false, true, false}) {
-    if (isOpen) device.emplace(line.path());
+    if (isOpen) device = std::make_unique<OpenDevice>(line.path());
     if (!isOpen) device.reset();
     for (int i = 0; i < 2; ++i) line.wait(TimePoint{});  // what has happened so far
     const auto until = std::chrono::steady_clock::now() + 20ms;
