@@ -1,7 +1,6 @@
 #include "app/frm_startup.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include "common/conversions.h"
 #include "serial/baud_rates.h"
@@ -20,9 +19,12 @@ constexpr std::string_view kSerialPortMenu = "SerialPort";
 constexpr const char* kLineSettings = "9600,N,8,1";
 constexpr int kIdentityAttempts = 2;
 
+// The same in every region: a Turkish one would make another letter of an "i".
+char upperCase(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
 // The letter of a pod type; empty when it is neither of the two.
 std::string resultPrefix(std::string type) {
-  std::ranges::transform(type, type.begin(), [](unsigned char c) { return std::toupper(c); });
+  std::ranges::transform(type, type.begin(), upperCase);
   if (type == "CUSTOMER") return "C";
   if (type == "ENGINEER") return "E";
   return {};
@@ -42,7 +44,9 @@ FormDescription frmStartup::description() {
       .caption = "Zendor Serial Number Extractor",
       .width = 5652,
       .height = 2952,
-      .menus = {{.name = kSerialPortMenu, .caption = "&Port", .items = {"-"}}},
+      .menus = {{.name = kSerialPortMenu,
+                 .caption = "&Port",
+                 .items = {{.id = {"Comm", 0}, .caption = "-"}}}},
       // clang-format off
       .controls = {
           {.id = Label2, .kind = Label, .caption = "Your Zendor Serial Number is:",
@@ -71,7 +75,7 @@ frmStartup::frmStartup(Form& form, SerialPort& port, Desktop& desktop, const Clo
       desktop_(desktop),
       version_(version),
       reports_(desktop, regional),
-      portControl_(port, desktop, reports_, regional),
+      portControl_(port, desktop, reports_),
       transaction_(port, desktop, clock, portControl_, reports_, regional),
       commands_(transaction_),
       pod_(commands_, transaction_.stores()) {}
@@ -111,7 +115,7 @@ void frmStartup::cmdAccept_Click() {
   const std::string type =
       pod_.Pod_ReadIdentity(serialNumber, kIdentityAttempts, kPodAddress, kHostAddress);
   const std::string prefix = resultPrefix(type);
-  if (prefix.empty()) return endOnFaultyPod();
+  if (prefix.empty()) endOnFaultyPod();
   form_.setCaption(Label1, prefix + "-" + Tool_FormatDecimal(serialNumber, 0));
   form_.setEnabled(cmdAccept, true);
   closePort();
@@ -119,9 +123,10 @@ void frmStartup::cmdAccept_Click() {
 
 void frmStartup::choosePort() {
   for (int index = 0; index < kPortChoices; ++index) {
-    if (!form_.isSelected(optCommPort(index))) continue;
-    PortNumber = static_cast<std::uint8_t>(index + 1);
-    return;
+    if (form_.isSelected(optCommPort(index))) {
+      PortNumber = static_cast<std::uint8_t>(index + 1);
+      return;
+    }
   }
 }
 

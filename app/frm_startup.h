@@ -37,7 +37,7 @@ class frmStartup final : public FormEvents {
   void choosePort();
   void openPort();
   void closePort();
-  void endOnFaultyPod();
+  [[noreturn]] void endOnFaultyPod();
 
   Form& form_;
   Desktop& desktop_;

@@ -34,7 +34,6 @@ class TimedDesktop final : public zendor::Desktop {
     if (lastPass_ != Time::time_point{}) longestPass = std::max(longestPass, now - lastPass_);
     lastPass_ = now;
   }
-  [[noreturn]] void endProgram() override { std::exit(EXIT_FAILURE); }
 
   void startRequest() {
     lastPass_ = {};
@@ -43,6 +42,8 @@ class TimedDesktop final : public zendor::Desktop {
   Time::duration longestPass{};
 
  private:
+  void endProcess() override { std::exit(EXIT_FAILURE); }
+
   zendor::QtDesktop desktop_;
   Time::time_point lastPass_;
 };

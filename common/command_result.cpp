@@ -6,6 +6,10 @@
 
 namespace zendor {
 
+std::string errorResult(std::string_view reason) {
+  return std::string(kErrorPrefix).append(reason);
+}
+
 bool Tool_IsErrorResult(std::string_view text) {
   text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
   return text.starts_with(kErrorPrefix);

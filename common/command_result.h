@@ -10,6 +10,8 @@ namespace zendor {
 // How every failure begins.
 inline constexpr std::string_view kErrorPrefix = "Error : ";
 
+std::string errorResult(std::string_view reason);
+
 bool Tool_IsErrorResult(std::string_view text);
 
 // The text after the first "=" and the one character behind it; all of it where there is no "=".

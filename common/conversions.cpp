@@ -62,9 +62,8 @@ std::string Tool_ByteToDecimal(int value) {
 
 std::string Tool_FormatItemByType(double value, std::size_t index, ItemTable table) {
   const char type = index < table.size() ? table[index] : '\0';
-  if (type == 'B') return Tool_PadText(true, Tool_FormatDecimal(value, 0), 3, true);
-  if (type == 'W') return Tool_PadText(true, Tool_FormatDecimal(value, 0), 5, true);
-  return {};
+  if (type != 'B' && type != 'W') return {};
+  return Tool_PadText(true, Tool_FormatDecimal(value, 0), type == 'B' ? 3 : 5, true);
 }
 
 std::string Tool_PadText(bool padLeft, std::string_view text, std::size_t width, bool zeroFill) {
@@ -102,17 +101,17 @@ std::optional<ByteText> Tool_DecimalToArray(std::string_view text, bool commaSep
   std::string_view rest = trimBlanks(text);
   ByteText result;
   count = 0;
-  for (bool more = !rest.empty(); more;) {
+  if (rest.empty()) return result;
+  for (;;) {
     const std::size_t end = rest.find(separator);
     const std::string_view item = rest.substr(0, end);
     const double number = roundHalfToEven(Tool_TextToNumber(item));
     if (item.empty() || !fitsByte(number)) return std::nullopt;
     result.bytes.push_back(static_cast<std::uint8_t>(number));
     ++count;
-    more = end != std::string_view::npos;
-    if (more) rest.remove_prefix(end + 1);
+    if (end == std::string_view::npos) return result;
+    rest.remove_prefix(end + 1);
   }
-  return result;
 }
 
 double roundHalfToEven(double value) { return std::nearbyint(value); }

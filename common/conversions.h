@@ -38,8 +38,8 @@ std::string Tool_PadText(bool padLeft, std::string_view text, std::size_t width,
 // Reads a number leniently, up to the first character that ends it; 0 where there is none.
 double Tool_TextToNumber(std::string_view text);
 
-// The numbers of a list, rounded to bytes; count is how many there are. Nothing when an item is
-// empty or lies outside 0 to 255.
+// The numbers of a list, rounded to bytes; count is how many there are. An item that holds no
+// number reads as 0. Nothing when an item is empty or lies outside 0 to 255.
 std::optional<ByteText> Tool_DecimalToArray(std::string_view text, bool commaSeparated, int& count);
 
 // To the nearest whole number, a half to the even one.

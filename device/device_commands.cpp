@@ -12,7 +12,8 @@ namespace {
 
 constexpr int kReplyTimeoutMs = 1000;
 constexpr int kQuickReplyTimeoutMs = 100;
-constexpr int kMaximumMemoryLength = 254;  // the block number is the first data byte of 255
+// The block number is the first data byte.
+constexpr int kMaximumMemoryLength = static_cast<int>(kMaximumDataLength) - 1;
 
 struct CommandKind {
   int header = 0;
@@ -48,8 +49,6 @@ Command command(const CommandKind& kind, const std::string& items, bool prompt, 
           .reverseData = false,
           .promptOnFailure = prompt};
 }
-
-std::string refuse(std::string_view reason) { return std::string(kErrorPrefix).append(reason); }
 
 }  // namespace
 
@@ -96,7 +95,7 @@ std::string DeviceCommands::DRAVO_SetVariables(bool prompt, std::span<const doub
   std::string items;
   for (const double value : values) {
     const double rounded = roundHalfToEven(value);
-    if (!fitsByte(rounded)) return refuse("A variable does not fit in one byte");
+    if (!fitsByte(rounded)) return errorResult("A variable does not fit in one byte");
     items += item(rounded);
   }
   return transaction_.LL_DRAVO_Send(command(kSetVariables, items, prompt, destination, source));
@@ -108,10 +107,11 @@ std::string DeviceCommands::DRAVO_MemoryRead(bool prompt, int block, int destina
 
 std::string DeviceCommands::DRAVO_MemoryWrite(bool prompt, int block, std::string_view text,
                                               int length, int destination, int source) {
-  if (length > kMaximumMemoryLength) return refuse("The text is longer than 254 characters");
+  if (length > kMaximumMemoryLength)
+    return errorResult("More than 254 characters cannot be written");
   const std::size_t characters = length > 0 ? static_cast<std::size_t>(length) : 0;
   auto codes = bytesOfText(firstCharacters(text, characters));
-  if (!codes) return refuse("The text holds a character that has no byte");
+  if (!codes) return errorResult("The text holds a character that has no byte");
   codes->bytes.resize(characters, ' ');
 
   std::string items = item(block);
@@ -120,6 +120,7 @@ std::string DeviceCommands::DRAVO_MemoryWrite(bool prompt, int block, std::strin
 }
 
 std::string DeviceCommands::DRAVO_LatchOutputs(int value, int destination, int source) {
+  if (value < 0) return errorResult("A latch value is not negative");
   return transaction_.LL_DRAVO_Send(
       command(kLatchOutputs, item(value % 256), true, destination, source));
 }

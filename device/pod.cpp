@@ -1,6 +1,9 @@
 #include "device/pod.h"
 
+#include <algorithm>
+
 #include "common/command_result.h"
+#include "protocol/reply_text.h"
 
 namespace zendor {
 
@@ -20,11 +23,11 @@ bool Pod::Pod_IsAttached() {
 
 std::string Pod::Pod_ReadIdentity(std::int32_t& serialNumber, int attempts, int destination,
                                   int source) {
-  std::string type;
-  do {
-    type = Pod_ReadIdentityOnce(serialNumber, destination, source);
-  } while (type == kFail && --attempts > 0);
-  return type;
+  for (attempts = std::max(attempts, 1); attempts > 0; --attempts) {
+    std::string type = Pod_ReadIdentityOnce(serialNumber, destination, source);
+    if (type != kFail) return type;
+  }
+  return kFail;
 }
 
 std::string Pod::Pod_ReadIdentityOnce(std::int32_t& serialNumber, int destination, int source) {
@@ -37,7 +40,7 @@ std::string Pod::Pod_ReadIdentityOnce(std::int32_t& serialNumber, int destinatio
   if (Tool_IsErrorResult(result)) return kFail;
   // A shorter reply leaves bytes of an earlier one in RxData.
   if (stores_.RxDataCount < kSerialNumberBytes) return kFail;
-  serialNumber = stores_.RxData[0] + 256 * stores_.RxData[1] + 65536 * stores_.RxData[2];
+  serialNumber = static_cast<std::int32_t>(numberOfBytes(stores_.RxData));
   return code;
 }
 

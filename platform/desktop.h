@@ -2,13 +2,14 @@
 // platform shows them letter for letter, with CR LF as one line break.
 #pragma once
 
+#include <cstdlib>
 #include <string>
 
 namespace zendor {
 
 inline constexpr const char* kLineBreak = "\r\n";
 
-enum class MessageIcon { None, Critical, Exclamation };
+enum class MessageIcon { None, Critical, Exclamation };  // the last one warns
 enum class MessageButtons { Ok, YesNo };
 enum class MessageAnswer { Ok, Yes, No };
 
@@ -35,7 +36,13 @@ class Desktop {
   virtual void processEvents() = 0;
 
   // Ends the process at once, with success. Nothing of the program runs afterwards.
-  [[noreturn]] virtual void endProgram() = 0;
+  [[noreturn]] void endProgram() {
+    endProcess();
+    std::abort();  // not reached, but a virtual call does not tell the compiler so
+  }
+
+ private:
+  virtual void endProcess() = 0;
 };
 
 }  // namespace zendor

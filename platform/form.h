@@ -47,10 +47,15 @@ struct FormControl {
   int group = 0;                         // option buttons: one of each group is selected
 };
 
+struct FormMenuItem {
+  ControlId id;
+  std::string caption = {};  // "-" is a separator
+};
+
 struct FormMenu {
   std::string_view name;  // static storage
   std::string caption = {};
-  std::vector<std::string> items;  // "-" is a separator
+  std::vector<FormMenuItem> items = {};
 };
 
 // A fixed-size dialog window without minimise and maximise buttons, centred at its first show.

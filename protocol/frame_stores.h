@@ -9,6 +9,8 @@
 namespace zendor {
 
 // Request and reply alike: destination, data length N, source, header, N data bytes, checksum.
+inline constexpr std::size_t kHeaderOffset = 3;
+inline constexpr std::size_t kDataOffset = 4;
 inline constexpr std::size_t kFrameOverhead = 5;  // all of a frame but its data
 inline constexpr std::size_t kMaximumDataLength = 255;
 

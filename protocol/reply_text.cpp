@@ -39,7 +39,7 @@ std::optional<std::string> replyText(std::span<const std::uint8_t> data, ReplyFo
     case ReplyFormat::Characters:
       return textOfBytes(data);
     case ReplyFormat::Number:
-      return Tool_GroupThousands(Tool_FormatDecimal(numberOfBytes(data), 0, regional));
+      return Tool_GroupThousands(Tool_FormatDecimal(numberOfBytes(data), 0));
     case ReplyFormat::Volts:
       return eachByte(data, [&](std::uint8_t byte) {
         return Tool_FormatDecimal(byte / 255.0 * 5.0, 2, regional);

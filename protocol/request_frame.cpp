@@ -22,7 +22,7 @@ void buildRequestFrame(FrameStores& stores, const ByteText& items, int destinati
   stores.TxBuffer[0] = static_cast<std::uint8_t>(destination);
   stores.TxBuffer[1] = static_cast<std::uint8_t>(dataLength);
   stores.TxBuffer[2] = static_cast<std::uint8_t>(source);
-  std::ranges::copy(items.bytes, stores.TxBuffer.begin() + 3);
+  std::ranges::copy(items.bytes, stores.TxBuffer.begin() + kHeaderOffset);
   stores.TxBuffer[stores.TxLength - 1] = LL_DRAVO_Checksum(stores);
 }
 

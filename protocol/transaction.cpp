@@ -19,8 +19,6 @@ namespace {
 
 constexpr int kAttemptsOfASeries = 2;
 
-std::string refuse(const std::string& reason) { return std::string(kErrorPrefix) + reason; }
-
 }  // namespace
 
 Transaction::Transaction(SerialPort& port, Desktop& desktop, const Clock& clock,
@@ -36,10 +34,10 @@ Transaction::Transaction(SerialPort& port, Desktop& desktop, const Clock& clock,
 std::string Transaction::LL_DRAVO_Send(const Command& command) {
   int count = 0;
   const auto items = Tool_DecimalToArray(command.request, true, count);
-  if (!items) return refuse("The request holds a number that does not fit in one byte");
+  if (!items) return errorResult("The request holds an item that is not a number from 0 to 255");
   if (count < 1) endOnProgramError();
   const std::string reason = framingError(*items, command.destination, command.source);
-  if (!reason.empty()) return refuse(reason);
+  if (!reason.empty()) return errorResult(reason);
   buildRequestFrame(stores_, *items, command.destination, command.source);
 
   for (;;) {
@@ -49,7 +47,7 @@ std::string Transaction::LL_DRAVO_Send(const Command& command) {
       if (errorText.empty()) return command.displayName + " = " + successText(command);
     }
     if (!command.promptOnFailure) return errorText;
-    if (!LL_DRAVO_AskRetry(errorText)) return refuse("User aborted dravo command");
+    if (!LL_DRAVO_AskRetry(errorText)) return errorResult("User aborted dravo command");
   }
 }
 

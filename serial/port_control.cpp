@@ -1,17 +1,14 @@
 #include "serial/port_control.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <utility>
 
 #include "common/conversions.h"
 #include "common/string_table.h"
 
 namespace zendor {
 
-PortControl::PortControl(SerialPort& port, Desktop& desktop, ErrorReports& reports,
-                         Regional regional)
-    : MSComm1(port), desktop_(desktop), reports_(reports), regional_(std::move(regional)) {}
+PortControl::PortControl(SerialPort& port, Desktop& desktop, ErrorReports& reports)
+    : MSComm1(port), desktop_(desktop), reports_(reports) {}
 
 bool PortControl::Port_InitialiseSerialPort(int port, const std::string& settings) {
   const std::size_t comma = settings.find(',');
@@ -36,7 +33,11 @@ bool PortControl::Port_InitialiseSerialPort(int port, const std::string& setting
 PortStatus PortControl::Port_SetOpen(bool open, bool showErrors) {
   if (MSComm1.isOpen() == open) return open ? PortStatus::AlreadyOpen : PortStatus::AlreadyClosed;
   try {
-    open ? MSComm1.open() : MSComm1.close();
+    if (open) {
+      MSComm1.open();
+    } else {
+      MSComm1.close();
+    }
   } catch (const PortError& error) {
     if (showErrors) showRefusal(error.description);
     return PortStatus::Refused;
@@ -51,7 +52,6 @@ void PortControl::Port_Shutdown() {
     Tool_ShowWarning("PORT reset fail - please reset your HH PC!");
   }
   desktop_.endProgram();
-  std::abort();  // not reached, but a virtual call does not tell the compiler so
 }
 
 void PortControl::Tool_ShowWarning(const std::string& text) {
@@ -62,7 +62,7 @@ void PortControl::Tool_ShowWarning(const std::string& text) {
 void PortControl::showRefusal(const std::string& description) {
   const std::string title = stringTableText(StringEntry::ErrorOpeningClosing) + " " +
                             stringTableText(StringEntry::SerialPort) + " " +
-                            Tool_FormatDecimal(MSComm1.configuration.portNumber, 0, regional_);
+                            Tool_FormatDecimal(MSComm1.configuration.portNumber, 0);
   const std::string text = description + kLineBreak + stringTableText(StringEntry::FreeThePort);
   desktop_.showMessage({text, title, MessageIcon::None, MessageButtons::Ok});
 }

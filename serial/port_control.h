@@ -7,7 +7,6 @@
 
 #include "common/error_reports.h"
 #include "platform/desktop.h"
-#include "platform/regional.h"
 #include "platform/serial_port.h"
 
 namespace zendor {
@@ -22,10 +21,7 @@ enum class PortStatus : std::uint8_t {
 
 class PortControl {
  public:
-  PortControl(SerialPort& port, Desktop& desktop, ErrorReports& reports, Regional regional);
-
-  // The accepted rates; empty until the window is loaded.
-  std::vector<int> BaudRates;
+  PortControl(SerialPort& port, Desktop& desktop, ErrorReports& reports);
 
   // Writes the configuration into the closed port; false, with nothing written, when the settings
   // have no comma (which is reported) or no accepted baud rate before it.
@@ -36,10 +32,14 @@ class PortControl {
 
   bool Port_IsOpen() const;
 
+  // Closes the port, warns when even that is refused, and ends the program.
   [[noreturn]] void Port_Shutdown();
 
   // A message box with the application's title.
   void Tool_ShowWarning(const std::string& text);
+
+  // The accepted rates; empty until the window is loaded.
+  std::vector<int> BaudRates;
 
  private:
   void showRefusal(const std::string& description);
@@ -47,7 +47,6 @@ class PortControl {
   SerialPort& MSComm1;
   Desktop& desktop_;
   ErrorReports& reports_;
-  Regional regional_;
 };
 
 }  // namespace zendor

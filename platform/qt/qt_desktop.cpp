@@ -69,6 +69,6 @@ void QtDesktop::processEvents() {
 
 // No destructor runs, so that none can touch the port or the stores; the system frees both, and
 // takes the windows away.
-void QtDesktop::endProgram() { std::_Exit(EXIT_SUCCESS); }
+void QtDesktop::endProcess() { std::_Exit(EXIT_SUCCESS); }
 
 }  // namespace zendor

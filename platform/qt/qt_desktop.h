@@ -14,9 +14,10 @@ class QtDesktop final : public Desktop {
 
   MessageAnswer showMessage(const Message& message) override;
   void processEvents() override;
-  [[noreturn]] void endProgram() override;
 
  private:
+  void endProcess() override;
+
   QWidget& window_;
 };
 

@@ -79,10 +79,10 @@ void QtForm::addMenu(const FormMenu& menu) {
   shown->setSeparatorsCollapsible(false);
   shown->setContentsMargins(0, kMenuMargin, 0, kMenuMargin);
   for (const auto& item : menu.items) {
-    if (item == "-") {
+    if (item.caption == "-") {
       shown->addSeparator();
     } else {
-      shown->addAction(QString::fromStdString(item));
+      shown->addAction(QString::fromStdString(item.caption));
     }
   }
 }

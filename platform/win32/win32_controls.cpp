@@ -71,10 +71,10 @@ void createControls(HWND frame, const std::vector<FormControl>& controls) {
     const auto [name, ownStyle] = classOf(control);
     const DWORD style = WS_CHILD | WS_VISIBLE | ownStyle;
     const DWORD groupStyle = startsGroup(control, former) ? WS_GROUP : 0;
-    const auto number = reinterpret_cast<HMENU>(position + kFirstControlNumber);
     const HWND window =
         CreateWindowExW(0, name, wideFromUtf8(control.caption).c_str(), style | groupStyle, 0, 0, 0,
-                        0, frame, number, nullptr, nullptr);
+                        0, frame, nullptr, nullptr, nullptr);
+    SetWindowLongPtrW(window, GWLP_ID, static_cast<LONG_PTR>(position) + kFirstControlNumber);
     if (control.selected) SendMessageW(window, BM_SETCHECK, BST_CHECKED, 0);
     former = &control;
   }
@@ -99,9 +99,9 @@ HMENU createMenuBar(const std::vector<FormMenu>& menus) {
   const HMENU bar = CreateMenu();
   for (const FormMenu& menu : menus) {
     const HMENU popup = CreatePopupMenu();
-    for (const std::string& item : menu.items) {
-      const UINT kind = item == "-" ? MF_SEPARATOR : MF_STRING;
-      AppendMenuW(popup, kind, 0, wideFromUtf8(item).c_str());
+    for (const FormMenuItem& item : menu.items) {
+      const UINT kind = item.caption == "-" ? MF_SEPARATOR : MF_STRING;
+      AppendMenuW(popup, kind, 0, wideFromUtf8(item.caption).c_str());
     }
     AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(popup),
                 wideFromUtf8(menu.caption).c_str());

@@ -41,6 +41,6 @@ void Win32Desktop::processEvents() {
   SwitchToThread();
 }
 
-void Win32Desktop::endProgram() { std::_Exit(EXIT_SUCCESS); }
+void Win32Desktop::endProcess() { std::_Exit(EXIT_SUCCESS); }
 
 }  // namespace zendor

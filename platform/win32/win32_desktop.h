@@ -12,9 +12,10 @@ class Win32Desktop final : public Desktop {
 
   MessageAnswer showMessage(const Message& message) override;
   void processEvents() override;
-  [[noreturn]] void endProgram() override;
 
  private:
+  void endProcess() override;
+
   Win32Form& form_;
 };
 
