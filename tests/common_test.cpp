@@ -101,20 +101,17 @@ TEST(ByteText, CarriesEveryByteThereAndBackAndRefusesOtherCharacters) {
     EXPECT_FALSE(bytesOfText(stranger)) << stranger;
 }
 
-TEST(ErrorReports, NameTheRoutineAndTheError) {
-  testing::HandClock clock;
-  testing::RecordingDesktop desktop(clock);
-  ErrorReports reports(desktop, {});
+TEST(ErrorReports, NameTheRoutineAndTheErrorInTheRegionOfTheReader) {
+  testing::Machine machine;
+  ErrorReports reports(machine.desktop, {",", "\u2212"});
   reports.Tool_ReportProgramError("LL_DRAVO_Send");
   reports.Tool_ReportUnhandledError({-12345, ""}, "LL_Serial_SendMessage");
-  ASSERT_EQ(desktop.shown.size(), 2U);
-  EXPECT_EQ(desktop.shown[0].text, "Error in LL_DRAVO_Send");
-  EXPECT_EQ(desktop.shown[0].title, "Program Error");
-  EXPECT_EQ(desktop.shown[0].icon, MessageIcon::Critical);
-  EXPECT_EQ(desktop.shown[1].text,
-            "Unhandled Error number -12345\r\n\r\nOccured in LL_Serial_SendMessage");
-  EXPECT_EQ(desktop.shown[1].title, "Unhandled Error");
-  EXPECT_EQ(desktop.shown[1].icon, MessageIcon::Exclamation);
+  EXPECT_EQ(machine.log,
+            (testing::Log{"[Program Error] Error in LL_DRAVO_Send",
+                          "[Unhandled Error] Unhandled Error number \u221212345\r\n\r\n"
+                          "Occured in LL_Serial_SendMessage"}));
+  EXPECT_EQ(machine.desktop.shown[0].icon, MessageIcon::Critical);
+  EXPECT_EQ(machine.desktop.shown[1].icon, MessageIcon::Exclamation);
 }
 
 }  // namespace

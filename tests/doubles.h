@@ -1,11 +1,12 @@
 // Doubles for the seams to the machine: a clock turned by hand, a line that plays a script, a
-// desktop and a form that record what was asked of them. None of them takes real time.
+// desktop and a form that record in one log what was asked of them. None of them takes real time.
 #pragma once
+
+#include <gtest/gtest.h>
 
 #include <cstdint>
 #include <deque>
 #include <functional>
-#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -19,11 +20,19 @@
 namespace zendor::testing {
 
 using Bytes = std::vector<std::uint8_t>;
+using Log = std::vector<std::string>;
 
 inline Bytes operator+(Bytes left, const Bytes& right) {
   left.insert(left.end(), right.begin(), right.end());
   return left;
 }
+
+// Frames between host 1 and pod 80, their checksums computed by hand.
+inline const Bytes kPoll{80, 0, 1, 254, 177}, kBuildCode{80, 0, 1, 192, 239},
+    kSerial{80, 0, 1, 242, 189}, kDone{1, 0, 80, 0, 175}, kBusy{1, 0, 80, 6, 169},
+    kCustomer{1, 8, 80, 0, 67, 117, 115, 116, 111, 109, 101, 114, 85},
+    kEngineer{1, 8, 80, 0, 69, 110, 103, 105, 110, 101, 101, 114, 122},
+    k1234567{1, 3, 80, 0, 135, 214, 18, 61};
 
 class HandClock final : public Clock {
  public:
@@ -36,33 +45,35 @@ struct ProgramEnded {};
 
 class RecordingDesktop final : public Desktop {
  public:
-  explicit RecordingDesktop(HandClock& clock) : clock_(clock) {}
+  RecordingDesktop(HandClock& clock, Log& log) : clock_(clock), log_(log) {}
 
   MessageAnswer showMessage(const Message& message) override {
     shown.push_back(message);
+    log_.push_back("[" + message.title + "] " + message.text);
     if (message.buttons == MessageButtons::Ok) return MessageAnswer::Ok;
-    const MessageAnswer answer = answers.empty() ? MessageAnswer::No : answers.front();
-    if (!answers.empty()) answers.pop_front();
-    return answer;
+    if (answers.empty()) throw std::logic_error("a question without an answer");
+    return std::exchange(answers, {answers.begin() + 1, answers.end()}).front();
   }
   void processEvents() override {  // a pass of a wait loop takes a millisecond
     ++clock_.now;
     if (onPass) onPass();
   }
-  [[noreturn]] void endProgram() override { throw ProgramEnded{}; }
 
   std::vector<Message> shown;
-  std::deque<MessageAnswer> answers;
+  std::vector<MessageAnswer> answers;
   std::function<void()> onPass;
 
  private:
+  void endProcess() override { throw ProgramEnded{}; }
+
   HandClock& clock_;
+  Log& log_;
 };
 
 // Answers the n-th write with the n-th entry of the script, piece by piece.
-class ScriptedLine : public SerialPort {
+class ScriptedLine final : public SerialPort {
  public:
-  explicit ScriptedLine(HandClock& clock) : clock_(clock) {}
+  ScriptedLine(HandClock& clock, Log& log) : clock_(clock), log_(log) {}
 
   struct Piece {
     std::uint32_t afterMs = 0;
@@ -72,13 +83,13 @@ class ScriptedLine : public SerialPort {
   std::vector<Bytes> written;
   std::deque<std::size_t> sending;  // what the next looks at the transmit queue find
   std::optional<PortError> openError, closeError, writeError;
-  std::vector<std::string> events;  // opens, closes, discards and writes in their order
   Bytes waiting;
 
   bool isOpen() const override { return open_; }
   void open() override { change("open", openError, true); }
   void close() override { change("close", closeError, false); }
   std::size_t bytesWaiting() override {
+    EXPECT_TRUE(open_);
     while (!coming_.empty() && clock_.now - writtenAt_ >= coming_.front().afterMs) {
       waiting = waiting + coming_.front().bytes;
       coming_.pop_front();
@@ -90,7 +101,7 @@ class ScriptedLine : public SerialPort {
     return read_;
   }
   void discardWaiting() override {
-    events.emplace_back("discard");
+    log_.emplace_back("discard");
     waiting.clear();
     coming_.clear();
   }
@@ -101,7 +112,8 @@ class ScriptedLine : public SerialPort {
     return count;
   }
   void write(std::span<const std::uint8_t> bytes) override {
-    events.emplace_back("write");
+    EXPECT_TRUE(open_);
+    log_.emplace_back("write");
     if (writeError) throw *writeError;
     written.emplace_back(bytes.begin(), bytes.end());
     writtenAt_ = clock_.now;
@@ -112,12 +124,13 @@ class ScriptedLine : public SerialPort {
 
  private:
   void change(const char* event, const std::optional<PortError>& error, bool open) {
-    events.emplace_back(event);
+    log_.emplace_back(event);
     if (error) throw *error;
     open_ = open;
   }
 
   HandClock& clock_;
+  Log& log_;
   bool open_ = false;
   std::uint32_t writtenAt_ = 0;
   std::deque<Piece> coming_;
@@ -126,25 +139,44 @@ class ScriptedLine : public SerialPort {
 
 class RecordingForm final : public Form {
  public:
+  explicit RecordingForm(Log& log) : log_(log) {}
+
   std::string caption() const override { return windowCaption; }
   void setCaption(const std::string& caption) override { windowCaption = caption; }
   void setMenuCaption(std::string_view menu, const std::string& caption) override {
-    log.push_back(std::string(menu) + ": " + caption);
+    log_.push_back(std::string(menu) + ": " + caption);
   }
   void setCaption(const ControlId& control, const std::string& caption) override {
-    log.push_back(std::string(control.name) + ": " + caption);
+    log_.push_back(std::string(control.name) + ": " + caption);
   }
   void setEnabled(const ControlId& control, bool enabled) override {
-    log.push_back(std::string(control.name) + (enabled ? " enabled" : " disabled"));
+    log_.push_back(std::string(control.name) + (enabled ? " enabled" : " disabled"));
   }
   void setFocus(const ControlId& control) override {
-    log.push_back(std::string(control.name) + " focused");
+    log_.push_back(std::string(control.name) + " focused");
   }
-  bool isSelected(const ControlId& option) const override { return option.index == selected; }
+  bool isSelected(const ControlId& option) const override {
+    return option == ControlId{"optCommPort", selected};
+  }
 
   std::string windowCaption;
   int selected = 0;
-  std::vector<std::string> log;
+
+ private:
+  Log& log_;
+};
+
+// The machine of a test: everything that the core asks for.
+struct Machine {
+  Log log;
+  HandClock clock;
+  RecordingDesktop desktop{clock, log};
+  ScriptedLine line{clock, log};
+
+  // Answers the next write with its echo, of that many bytes, and the reply.
+  void play(std::size_t echo, const Bytes& reply) {
+    line.script.push_back({{0, Bytes(echo) + reply}});
+  }
 };
 
 }  // namespace zendor::testing

@@ -7,89 +7,120 @@ namespace zendor {
 namespace {
 
 using testing::Bytes;
+using testing::Log;
 using testing::operator+;
 
-const Bytes kPoll{80, 0, 1, 254, 177}, kBuildCode{80, 0, 1, 192, 239}, kSerial{80, 0, 1, 242, 189};
-const Bytes kPollReply{1, 0, 80, 0, 175}, kSerialReply{1, 3, 80, 0, 135, 214, 18, 61};
-const Bytes kCustomer{1, 8, 80, 0, 67, 117, 115, 116, 111, 109, 101, 114, 85};
-
-class RequestTest : public ::testing::Test {
+class RequestTest : public ::testing::Test, protected testing::Machine {
  protected:
   RequestTest() {
     form.windowCaption = frmStartup::description().caption;
     window.Form_Load();
     window.Form_Activate();
+    loaded = std::exchange(log, {});
   }
 
-  void playPod() {
-    line.script = {
-        {{0, kPoll + kPollReply}}, {{0, kBuildCode + kCustomer}}, {{0, kSerial + kSerialReply}}};
+  void playPod(const Bytes& buildCode) {
+    for (const Bytes& reply : {testing::kDone, buildCode, testing::k1234567}) play(5, reply);
   }
   void click() { window.Control_Click({"cmdAccept"}); }
 
-  testing::HandClock clock;
-  testing::RecordingDesktop desktop{clock};
-  testing::ScriptedLine line{clock};
-  testing::RecordingForm form;
+  testing::RecordingForm form{log};
   frmStartup window{form, line, desktop, clock, {}, {1, 10, 1}};
+  Log loaded;
 };
+
+const Log kStart{"cmdAccept disabled", "Label1: ", "open"};
+const Log kTransaction{"discard", "write"};
+
+Log operator+(Log left, const Log& right) {
+  left.insert(left.end(), right.begin(), right.end());
+  return left;
+}
+
+TEST(Window, IsDescribedAsItIsDrawn) {
+  struct Row {
+    ControlId id;
+    const char* caption;
+    int left, top, width, height, tabIndex;
+    double points;  // of Arial, bold; 0: the default font
+  };
+  const Row rows[] = {{{"Label2"}, "Your Zendor Serial Number is:", 240, 120, 5172, 372, 2, 13.8},
+                      {{"Label1"}, "Label1", 240, 720, 5172, 612, 1, 24},
+                      {{"optCommPort", 0}, "Serial Port 1", 480, 1560, 1572, 372, 3, 0},
+                      {{"optCommPort", 1}, "Serial Port 2", 480, 1920, 1572, 372, 4, 0},
+                      {{"optCommPort", 2}, "Serial Port 3", 3720, 1560, 1572, 372, 5, 0},
+                      {{"optCommPort", 3}, "Serial Port 4", 3720, 1920, 1572, 372, 6, 0},
+                      {{"cmdAccept"}, "Get Serial Number", 120, 2400, 5292, 492, 0, 13.8}};
+  const FormDescription form = frmStartup::description();
+  EXPECT_EQ(form.width, 5652);
+  EXPECT_EQ(form.height, 2952);
+  ASSERT_EQ(form.controls.size(), std::size(rows));
+  for (std::size_t i = 0; i < std::size(rows); ++i) {
+    const FormControl& control = form.controls[i];
+    const auto& [left, top, width, height] = control.rect;
+    EXPECT_EQ(control.id, rows[i].id);
+    EXPECT_EQ(control.caption, rows[i].caption);
+    EXPECT_EQ(
+        (std::vector{left, top, width, height, control.tabIndex}),
+        (std::vector{rows[i].left, rows[i].top, rows[i].width, rows[i].height, rows[i].tabIndex}));
+    EXPECT_EQ(control.font ? control.font->points : 0, rows[i].points);
+    EXPECT_EQ(control.selected, control.caption == "Serial Port 1");
+    EXPECT_EQ(control.centred, control.kind == ControlKind::Label);
+    EXPECT_EQ(control.singleBorder && control.highlightTextBackground, control.id.name == "Label1");
+  }
+}
 
 TEST_F(RequestTest, StartsWithTheVersionInTheCaptionAndAnEmptyResult) {
   EXPECT_EQ(form.windowCaption, "Zendor Serial Number Extractor V1.10.1");
-  EXPECT_EQ(form.log, (std::vector<std::string>{"SerialPort: Serial Port", "Label1: "}));
+  EXPECT_EQ(loaded, (Log{"SerialPort: Serial Port", "Label1: "}));
+  window.Control_Click({"optCommPort", 1});
+  EXPECT_EQ(log, Log{});
   EXPECT_THROW(window.Form_Unload(), testing::ProgramEnded);
 }
 
 TEST_F(RequestTest, AsksThePodOnTheChosenPortAndClosesIt) {
-  playPod();
   form.selected = 2;
-  form.log.clear();
+  line.closeError = PortError{5, "Stuck."};  // which nobody is told
+  playPod(testing::kCustomer);
   click();
   EXPECT_EQ(line.configuration.portNumber, 3);
   EXPECT_EQ(line.configuration.settings, "9600,N,8,1");
-  EXPECT_EQ(line.written, (std::vector<Bytes>{kPoll, kBuildCode, kSerial}));
-  EXPECT_EQ(form.log, (std::vector<std::string>{"cmdAccept disabled", "Label1: ",
-                                                "Label1: C-1234567", "cmdAccept enabled"}));
-  EXPECT_EQ(line.events.back(), "close");
-  EXPECT_TRUE(desktop.shown.empty());
+  EXPECT_EQ(line.written,
+            (std::vector<Bytes>{testing::kPoll, testing::kBuildCode, testing::kSerial}));
+  EXPECT_EQ(log, (kStart + kTransaction + kTransaction + kTransaction +
+                  Log{"Label1: C-1234567", "cmdAccept enabled", "close"}));
 }
 
 TEST_F(RequestTest, TellsOfAMissingPodOnceAndIsReadyForTheNextClick) {
-  form.log.clear();
   click();
-  ASSERT_EQ(desktop.shown.size(), 1U);
-  EXPECT_EQ(desktop.shown[0].text, "You Must Attach The Zendor!");
-  EXPECT_EQ(desktop.shown[0].title, "Error");
+  EXPECT_EQ(clock.now, 2U * 1002U);
+  EXPECT_EQ(log, (kStart + kTransaction + kTransaction +
+                  Log{"[Error] You Must Attach The Zendor!", "close", "cmdAccept enabled",
+                      "cmdAccept focused"}));
   EXPECT_EQ(desktop.shown[0].icon, MessageIcon::Critical);
-  EXPECT_EQ(form.log, (std::vector<std::string>{"cmdAccept disabled", "Label1: ",
-                                                "cmdAccept enabled", "cmdAccept focused"}));
-  EXPECT_FALSE(line.isOpen());
-  playPod();
-  click();
-  EXPECT_EQ(form.log[6], "Label1: C-1234567");
+  playPod(testing::kEngineer);
+  for (int i = 0; i < 2; ++i) line.script.insert(line.script.begin() + 1, {{{0, Bytes(3)}}});
+  click();  // the first round for the build code fails
+  EXPECT_EQ(log[log.size() - 3], "Label1: E-1234567");
 }
 
 TEST_F(RequestTest, EndsTheProgramWhenThePodCannotBeRead) {
-  playPod();
-  line.script[1] = {{0, kBuildCode + Bytes{1, 0, 80, 0, 175}}};  // the build code "OK"
+  playPod(testing::kDone);  // the build code "OK"
   EXPECT_THROW(click(), testing::ProgramEnded);
-  ASSERT_EQ(desktop.shown.size(), 1U);
-  EXPECT_EQ(desktop.shown[0].text, "You Zendor maybe Faulty");
-  EXPECT_EQ(desktop.shown[0].title, "Error");
+  EXPECT_EQ(log.back(), "[Error] You Zendor maybe Faulty");
   EXPECT_EQ(desktop.shown[0].icon, MessageIcon::Critical);
 }
 
 TEST_F(RequestTest, EndsTheProgramWhenThePortDoesNotOpen) {
   line.openError = PortError{16, "Held."};
   EXPECT_THROW(click(), testing::ProgramEnded);
-  ASSERT_EQ(desktop.shown.size(), 1U);
-  EXPECT_EQ(desktop.shown[0].title, "Error opening/closing Serial Port 1");
-  EXPECT_EQ(form.log.back(), "Label1: ");
-
+  EXPECT_EQ(log, (kStart + Log{"[Error opening/closing Serial Port 1] Held.\r\nPlease free the "
+                               "port or choose another"}));
   line.openError.reset();
-  line.open();  // already open: ended without a word
-  EXPECT_THROW(click(), testing::ProgramEnded);
-  EXPECT_EQ(desktop.shown.size(), 1U);
+  line.open();
+  log.clear();
+  EXPECT_THROW(click(), testing::ProgramEnded);  // already open: ended without a word
+  EXPECT_EQ(log, (Log{"cmdAccept disabled", "Label1: "}));
 }
 
 }  // namespace

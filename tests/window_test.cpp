@@ -240,6 +240,7 @@ TEST(Window, TellsScreenReadersTheResultItsHeadingAndTheDevices) {
   std::string device = "none";
   const PortTips tips(shown.window, [&](int index) { return std::to_string(index) + device; });
   auto& choice = *shown.client.findChild<QRadioButton*>("optCommPort2");
+  QApplication::processEvents();
   EXPECT_EQ(choice.accessibleDescription(), "2none");
   device = "/dev/ttyUSB0";
   QHelpEvent hover(QEvent::ToolTip, {}, {});
