@@ -14,6 +14,12 @@ namespace zendor {
 
 namespace {
 
+// Messages carry handles and pointers as numbers.
+template <typename Pointer, typename Parameter>
+Pointer pointerIn(Parameter parameter) {
+  return reinterpret_cast<Pointer>(parameter);  // NOLINT(performance-no-int-to-ptr)
+}
+
 Rgb rgbOf(COLORREF color) { return {GetRValue(color), GetGValue(color), GetBValue(color)}; }
 
 bool isCopyKey(const MSG& message) {
@@ -107,10 +113,10 @@ bool Win32Form::isSelected(const ControlId& optionButton) const {
 LRESULT CALLBACK Win32Form::windowProcedure(HWND window, UINT message, WPARAM wParam,
                                             LPARAM lParam) {
   if (message == WM_NCCREATE) {
-    const auto* const creation = reinterpret_cast<const CREATESTRUCTW*>(lParam);
+    const auto* const creation = pointerIn<const CREATESTRUCTW*>(lParam);
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
   }
-  auto* const form = reinterpret_cast<Win32Form*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  auto* const form = pointerIn<Win32Form*>(GetWindowLongPtrW(window, GWLP_USERDATA));
   if (form == nullptr || form->window_ == nullptr) {
     return DefWindowProcW(window, message, wParam, lParam);
   }
@@ -134,13 +140,12 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case DM_GETDEFID:
       return MAKELRESULT(defaultButtonNumber(), DC_HASDEFID);
     case WM_CTLCOLORSTATIC:
-      if (const HBRUSH brush =
-              colorLabel(reinterpret_cast<HWND>(lParam), reinterpret_cast<HDC>(wParam))) {
+      if (const HBRUSH brush = colorLabel(pointerIn<HWND>(lParam), pointerIn<HDC>(wParam))) {
         return reinterpret_cast<LRESULT>(brush);
       }
       break;
     case WM_DPICHANGED:
-      layOut(topLeftOf(*reinterpret_cast<const RECT*>(lParam)));
+      layOut(topLeftOf(*pointerIn<const RECT*>(lParam)));
       return 0;
     case WM_SETTINGCHANGE:
       if (wParam == SPI_SETNONCLIENTMETRICS) layOut(topLeftOf(window_));
@@ -167,7 +172,7 @@ bool Win32Form::copiesValue(const MSG& message) const {
   return true;
 }
 
-// The Enter key presses the default button from everywhere in the form, also while it is disabled.
+// A program that operates windows for its user can press a button that is disabled.
 void Win32Form::click(int controlNumber) {
   const FormControl& control = described(controlNumber);
   if (control.kind != ControlKind::PushButton || events_ == nullptr) return;

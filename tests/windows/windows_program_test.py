@@ -10,6 +10,7 @@ import pathlib
 import re
 import subprocess
 import sys
+import termios
 import threading
 import time
 import tty
@@ -161,9 +162,14 @@ class OnWindows(unittest.TestCase):
 
 
 class Line(OnWindows):
-    def test_carries_bytes_as_they_are(self):
+    def test_carries_bytes_as_they_are_at_9600_8n1_without_flow_control(self):
         near, far = os.openpty()
         tty.setraw(far)
+        wrong = termios.tcgetattr(far)
+        wrong[0] |= termios.IXON | termios.IXOFF
+        wrong[2] |= termios.CSTOPB | termios.CRTSCTS
+        wrong[4] = wrong[5] = termios.B1200
+        termios.tcsetattr(far, termios.TCSANOW, wrong)
         self.windows.attach(com1=os.ttyname(far))
 
         def send_back():
@@ -176,6 +182,10 @@ class Line(OnWindows):
             report = test.stdout.read()
         self.assertEqual(test.wait(), 0, report)
         self.assertIn("PASSED", report)
+        input_flags, _, line_flags, _, input_speed, output_speed, _ = termios.tcgetattr(far)
+        self.assertEqual(input_flags & (termios.IXON | termios.IXOFF), 0)
+        self.assertEqual(line_flags & (termios.CSTOPB | termios.CRTSCTS), 0)
+        self.assertEqual((input_speed, output_speed), (termios.B9600, termios.B9600))
 
 
 class Request(OnWindows):
