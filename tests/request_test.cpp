@@ -37,39 +37,6 @@ Log operator+(Log left, const Log& right) {
   return left;
 }
 
-TEST(Window, IsDescribedAsItIsDrawn) {
-  struct Row {
-    ControlId id;
-    const char* caption;
-    int left, top, width, height, tabIndex;
-    double points;  // of Arial, bold; 0: the default font
-  };
-  const Row rows[] = {{{"Label2"}, "Your Zendor Serial Number is:", 240, 120, 5172, 372, 2, 13.8},
-                      {{"Label1"}, "Label1", 240, 720, 5172, 612, 1, 24},
-                      {{"optCommPort", 0}, "Serial Port 1", 480, 1560, 1572, 372, 3, 0},
-                      {{"optCommPort", 1}, "Serial Port 2", 480, 1920, 1572, 372, 4, 0},
-                      {{"optCommPort", 2}, "Serial Port 3", 3720, 1560, 1572, 372, 5, 0},
-                      {{"optCommPort", 3}, "Serial Port 4", 3720, 1920, 1572, 372, 6, 0},
-                      {{"cmdAccept"}, "Get Serial Number", 120, 2400, 5292, 492, 0, 13.8}};
-  const FormDescription form = frmStartup::description();
-  EXPECT_EQ(form.width, 5652);
-  EXPECT_EQ(form.height, 2952);
-  ASSERT_EQ(form.controls.size(), std::size(rows));
-  for (std::size_t i = 0; i < std::size(rows); ++i) {
-    const FormControl& control = form.controls[i];
-    const auto& [left, top, width, height] = control.rect;
-    EXPECT_EQ(control.id, rows[i].id);
-    EXPECT_EQ(control.caption, rows[i].caption);
-    EXPECT_EQ(
-        (std::vector{left, top, width, height, control.tabIndex}),
-        (std::vector{rows[i].left, rows[i].top, rows[i].width, rows[i].height, rows[i].tabIndex}));
-    EXPECT_EQ(control.font ? control.font->points : 0, rows[i].points);
-    EXPECT_EQ(control.selected, control.caption == "Serial Port 1");
-    EXPECT_EQ(control.centred, control.kind == ControlKind::Label);
-    EXPECT_EQ(control.singleBorder && control.highlightTextBackground, control.id.name == "Label1");
-  }
-}
-
 TEST_F(RequestTest, StartsWithTheVersionInTheCaptionAndAnEmptyResult) {
   EXPECT_EQ(form.windowCaption, "Zendor Serial Number Extractor V1.10.1");
   EXPECT_EQ(loaded, (Log{"SerialPort: Serial Port", "Label1: "}));

@@ -12,7 +12,7 @@ import sys
 import time
 import unittest
 
-from user import BUTTON, User
+from user import BUTTON, HEADING, User
 
 WINDOW, SIMULATOR = sys.argv[1:3]
 
@@ -100,6 +100,64 @@ class WholeProgram(unittest.TestCase):
             user.click(BUTTON)
             self.assertEqual(user.wait_for_result(), "C-7")
             self.assertEqual(pod.requests(), [POLL, POLL, *WHOLE_REQUEST])
+
+    def test_is_worked_with_the_keyboard_alone(self):
+        with Pod("--serial-number", "5") as pod, User([WINDOW, pod.device, pod.device]) as user:
+            steps = [
+                ("space", BUTTON, "C-5"),
+                ("Tab", "Serial Port 1", "C-5"),
+                ("Down", "Serial Port 2", "C-5"),
+                ("Return", "Serial Port 2", "C-5"),
+                ("Escape", "Serial Port 2", "C-5"),
+                ("Tab", BUTTON, "C-5"),
+                ("Return", BUTTON, "C-5"),
+            ]
+            for key, focus, result in steps:
+                with self.subTest(key):
+                    user.press(key)
+                    user.wait_until_focused(focus)
+                    user.wait_until_enabled(BUTTON)
+                    self.assertEqual(user.wait_for_result(), result)
+            self.assertTrue(user.is_selected("Serial Port 2"))
+            self.assertFalse(user.is_selected("Serial Port 1"))
+            user.press("ctrl+c")
+            self.assertEqual(user.wait_for_clipboard("C-5"), "C-5")
+            self.assertEqual(pod.requests(), WHOLE_REQUEST * 3)
+
+    def test_leaves_the_focus_where_the_user_put_it_meanwhile(self):
+        with Pod("--no-pod") as pod, User([WINDOW, "/none", pod.device]) as user:
+            user.click("Serial Port 2")
+            user.click(BUTTON)
+            user.wait_until_disabled(BUTTON)
+            user.press("Tab")
+            user.wait_until_focused("Serial Port 2")
+            user.answer(user.box())
+            user.wait_until_focused(BUTTON)  # which a request without a pod moves
+
+    def test_can_be_read_by_a_screen_reader(self):
+        with Pod() as pod, User([WINDOW, pod.device]) as user:
+            user.wait_for_description("Serial Port 1", pod.device)
+            seen = [(e.getRoleName(), e.name, e.description) for e in user.controls()]
+            nothing = "no such port on this computer"
+            self.assertEqual(seen, [
+                ("menu bar", "", ""),
+                ("menu item", "Serial Port", ""),
+                ("popup menu", "", ""),
+                ("separator", "", ""),
+                ("label", HEADING, ""),
+                ("label", HEADING, ""),  # the result, which its heading names while it is empty
+                ("radio button", "Serial Port 1", pod.device),
+                ("radio button", "Serial Port 2", nothing),
+                ("radio button", "Serial Port 3", nothing),
+                ("radio button", "Serial Port 4", nothing),
+                ("push button", BUTTON, ""),
+            ])
+
+            def request():
+                user.click(BUTTON)
+                user.wait_for_result()
+
+            self.assertIn("C-1234567", user.announced(request))
 
     def test_ends_after_a_faulty_pod(self):
         rows = [

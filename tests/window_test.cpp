@@ -1,9 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QAccessible>
 #include <QApplication>
-#include <QClipboard>
-#include <QHelpEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
@@ -13,7 +10,6 @@
 #include <QTimer>
 
 #include "app/frm_startup.h"
-#include "platform/qt/port_tips.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_form.h"
 #include "platform/shared/readable_color.h"
@@ -22,7 +18,6 @@ namespace zendor {
 namespace {
 
 constexpr ControlId kResult{"Label1"};
-constexpr ControlId kAccept{"cmdAccept"};
 
 class RecordedEvents final : public FormEvents {
  public:
@@ -135,31 +130,6 @@ TEST(Window, ShowsAReadableResultInEveryTheme) {
   QApplication::setPalette(before);
 }
 
-TEST(Window, IsWorkedWithTheKeyboardAndClosedByItsBoxOnly) {
-  struct Step {
-    Qt::Key key;
-    const char* focus;
-    int clicks;
-  };
-  ShownForm shown;
-  EXPECT_EQ(shown.focus(), "cmdAccept");
-  for (const auto& [key, focus, clicks] : {Step{Qt::Key_Space, "cmdAccept", 1},
-                                           {Qt::Key_Return, "cmdAccept", 2},
-                                           {Qt::Key_Tab, "optCommPort0", 2},
-                                           {Qt::Key_Down, "optCommPort1", 2},
-                                           {Qt::Key_Return, "optCommPort1", 3},
-                                           {Qt::Key_Escape, "optCommPort1", 3},
-                                           {Qt::Key_Tab, "cmdAccept", 3}}) {
-    QTest::keyClick(shown.window.focusWidget(), key);
-    EXPECT_EQ(shown.focus(), focus) << "after key " << key;
-    EXPECT_EQ(shown.events.log.count("cmdAccept"), clicks) << "after key " << key;
-  }
-  EXPECT_TRUE(shown.form.isSelected({"optCommPort", 1}));
-  EXPECT_FALSE(shown.form.isSelected({"optCommPort", 0}));
-  shown.window.close();
-  EXPECT_EQ(shown.events.log.filter("load"), QStringList({"load", "unload"}));
-}
-
 // Answers the box that is shown next with a key, after a look at it.
 void answerNextBox(Qt::Key key, const std::function<void(const QMessageBox&)>& look) {
   QTimer::singleShot(0, [=] {
@@ -167,51 +137,6 @@ void answerNextBox(Qt::Key key, const std::function<void(const QMessageBox&)>& l
     look(*box);
     QTest::keyClick(box, key);
   });
-}
-
-TEST(Window, GivesTheFocusBackToAButtonThatWasDisabled) {
-  struct Meanwhile {
-    const char* name;
-    std::function<void(ShownForm&)> happens;
-    const char* focus;
-  };
-  const auto messageBox = [](ShownForm& shown) {
-    answerNextBox(Qt::Key_Return, [](const QMessageBox&) {});
-    QtDesktop(shown.window).showMessage({"text", "title"});
-    shown.activate();
-  };
-  const auto otherWindow = [](ShownForm& shown) {
-    QWidget other;
-    other.show();
-    other.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&other));
-    shown.activate();
-  };
-  const auto tabKey = [](ShownForm& shown) { QTest::keyClick(&shown.window, Qt::Key_Tab); };
-  for (const auto& [name, happens, focus] : {Meanwhile{"nothing", [](ShownForm&) {}, "cmdAccept"},
-                                             {"a message box", messageBox, "cmdAccept"},
-                                             {"another window", otherWindow, "cmdAccept"},
-                                             {"the user moves on", tabKey, "optCommPort0"}}) {
-    ShownForm shown;
-    shown.form.setEnabled(kAccept, false);
-    happens(shown);
-    shown.form.setEnabled(kAccept, true);
-    EXPECT_EQ(shown.focus(), focus) << name;
-    EXPECT_EQ(QApplication::focusWidget(), shown.window.focusWidget()) << name;
-  }
-}
-
-TEST(Window, CopiesTheResultFromAnywhere) {
-  ShownForm shown;
-  const auto copied = [&](const char* caption, int selected) {
-    shown.form.setCaption(kResult, caption);
-    shown.result.setSelection(0, selected);
-    QTest::keySequence(shown.window.focusWidget(), QKeySequence::Copy);
-    return QGuiApplication::clipboard()->text();
-  };
-  EXPECT_EQ(copied("E-42", 0), "E-42");
-  EXPECT_EQ(copied("", 0), "E-42");  // nothing to copy
-  EXPECT_EQ(copied("C-1234567", 3), "C-1");
 }
 
 TEST(Window, OpensAMenuOfNothingButALine) {
@@ -226,27 +151,6 @@ TEST(Window, OpensAMenuOfNothingButALine) {
   }
   EXPECT_EQ(lines, 1);
   menu.close();
-}
-
-TEST(Window, TellsScreenReadersTheResultItsHeadingAndTheDevices) {
-  ShownForm shown;
-  shown.form.setCaption(kResult, "E-42");
-  auto* const spoken = QAccessible::queryAccessibleInterface(&shown.result);
-  EXPECT_EQ(spoken->text(QAccessible::Name), "E-42");
-  const auto headings = spoken->relations(QAccessible::Label);
-  ASSERT_EQ(headings.size(), 1);
-  EXPECT_EQ(headings.first().first->object()->objectName(), "Label2");
-
-  std::string device = "none";
-  const PortTips tips(shown.window, [&](int index) { return std::to_string(index) + device; });
-  auto& choice = *shown.client.findChild<QRadioButton*>("optCommPort2");
-  QApplication::processEvents();
-  EXPECT_EQ(choice.accessibleDescription(), "2none");
-  device = "/dev/ttyUSB0";
-  QHelpEvent hover(QEvent::ToolTip, {}, {});
-  QApplication::sendEvent(&choice, &hover);
-  EXPECT_EQ(choice.accessibleDescription(), "2/dev/ttyUSB0");
-  EXPECT_EQ(choice.toolTip(), "2/dev/ttyUSB0");
 }
 
 TEST(MessageBox, ShowsTheMessageLetterForLetterAndAnswersNoToEsc) {

@@ -6,6 +6,7 @@ import subprocess
 import time
 
 import pyatspi
+from gi.repository import GLib
 
 HEADING = "Your Zendor Serial Number is:"
 BUTTON = "Get Serial Number"
@@ -147,6 +148,38 @@ class User:
     def wait_for_end(self, seconds=10.0):
         """The exit status of the program."""
         return self.process.wait(seconds)
+
+    def wait_until_enabled(self, name):
+        wait_for(lambda: self.is_enabled(name) or None, f'"{name}" enabled')
+
+    def wait_for_description(self, name, text):
+        wait_for(lambda: self.find(name).description == text or None, f'"{text}"')
+
+    def wait_for_clipboard(self, text):
+        def look():
+            command = ["xclip", "-o", "-selection", "clipboard"]
+            found = subprocess.run(command, capture_output=True, text=True).stdout
+            return found if found == text else None
+
+        return wait_for(look, f'"{text}" on the clipboard')
+
+    def controls(self):
+        """All that the window holds, without what only groups it."""
+        return [e for e in descendants(self.window) if e.getRole() != pyatspi.ROLE_FILLER]
+
+    def announced(self, act):
+        """The new names of controls that a screen reader is told while act() runs."""
+        names = []
+
+        def hear(event):
+            names.append(event.source.name)
+
+        pyatspi.Registry.registerEventListener(hear, "object:property-change:accessible-name")
+        act()
+        while GLib.MainContext.default().iteration(False):
+            pass
+        pyatspi.Registry.deregisterEventListener(hear, "object:property-change:accessible-name")
+        return names
 
     def open_menu(self, name):
         """Opens the menu and waits until its first entry shows."""
