@@ -1,0 +1,145 @@
+// Every fault of the simulated pod on every command of a request, once and always, on a clock that
+// is turned by hand: the pod and its line are the simulator's own, only time is not.
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "app/frm_startup.h"
+#include "simulator/line_station.h"
+#include "tests/doubles.h"
+
+namespace zendor {
+namespace {
+
+using namespace std::chrono_literals;
+using simulator::Fault;
+using simulator::TimePoint;
+using testing::Bytes;
+using testing::Log;
+
+class StationLine final : public SerialPort {
+ public:
+  StationLine(testing::HandClock& clock, std::vector<simulator::FaultRule> rules)
+      : clock_(clock),
+        station_(simulator::Pod{}, std::move(rules), simulator::kByteTime,
+                 [this](simulator::Sender sender, const Bytes& frame) {
+                   if (sender == simulator::Sender::kHost) requests.push_back(frame);
+                 }) {}
+
+  std::vector<Bytes> requests;
+
+  bool isOpen() const override { return open_; }
+  void open() override { open_ = true; }
+  void close() override { open_ = false; }
+  std::size_t bytesWaiting() override {
+    while (!coming_.empty() && coming_.begin()->first <= now()) {
+      const Bytes& bytes = coming_.begin()->second;
+      waiting_.insert(waiting_.end(), bytes.begin(), bytes.end());
+      coming_.erase(coming_.begin());
+    }
+    return waiting_.size();
+  }
+  std::span<const std::uint8_t> readAll() override { return read_ = std::exchange(waiting_, {}); }
+  void discardWaiting() override {
+    bytesWaiting();
+    waiting_.clear();
+  }
+  std::size_t bytesToSend() override { return 0; }
+  void write(std::span<const std::uint8_t> bytes) override {
+    for (auto& [due, delivered] : station_.receive(bytes, now())) coming_.emplace(due, delivered);
+  }
+
+ private:
+  TimePoint now() const { return TimePoint{std::chrono::milliseconds(clock_.now)}; }
+
+  testing::HandClock& clock_;
+  simulator::LineStation station_;
+  bool open_ = false;
+  std::multimap<TimePoint, Bytes> coming_;
+  Bytes waiting_, read_;
+};
+
+// What a person sees of a request, and the headers of the requests that went out.
+struct Outcome {
+  std::string shown;
+  Bytes headers;
+  bool hasEnded = false;
+  bool isOpen = false;
+  bool operator==(const Outcome&) const = default;
+};
+
+Outcome request(const simulator::FaultRule& rule) {
+  testing::Machine machine;
+  testing::RecordingForm form(machine.log);
+  StationLine line(machine.clock, {rule});
+  frmStartup window(form, line, machine.desktop, machine.clock, {}, {});
+  Outcome outcome;
+  window.Form_Load();
+  try {
+    window.Control_Click({"cmdAccept"});
+  } catch (const testing::ProgramEnded&) {
+    outcome.hasEnded = true;
+  }
+  for (const std::string& entry : machine.log) {
+    if (entry.starts_with("[") || entry.starts_with("Label1: ")) outcome.shown = entry;
+  }
+  for (const Bytes& frame : line.requests) outcome.headers.push_back(frame[3]);
+  outcome.isOpen = line.isOpen();
+  return outcome;
+}
+
+enum class Harm { None, OneAttempt, BothAttempts, EveryAttempt };
+
+Harm harmOf(Fault fault, bool always) {
+  if (fault == Fault::kNone || fault == Fault::kByteByByte) return Harm::None;
+  // It comes within the second attempt, which takes it for its answer, as it may.
+  if (fault == Fault::kLateReply) return Harm::OneAttempt;
+  if (always) return Harm::EveryAttempt;
+  // The rest of the longer reply comes within the second attempt.
+  return fault == Fault::kGarbageBefore ? Harm::BothAttempts : Harm::OneAttempt;
+}
+
+Outcome expected(Harm harm, std::uint8_t header) {
+  const Outcome noPod{"[Error] You Must Attach The Zendor!", {254, 254}};
+  const auto number = [](Bytes headers) {
+    return Outcome{"Label1: C-1234567", std::move(headers)};
+  };
+  const auto ended = [](Bytes headers) {
+    return Outcome{"[Error] You Zendor maybe Faulty", std::move(headers), true, true};
+  };
+  if (harm == Harm::None) return number({254, 192, 242});
+  const bool once = harm == Harm::OneAttempt;
+  const bool twice = harm == Harm::BothAttempts;
+  switch (header) {
+    case 254:
+      return once ? number({254, 254, 192, 242}) : noPod;
+    case 192:
+      if (once) return number({254, 192, 192, 242});
+      return twice ? number({254, 192, 192, 192, 242}) : ended({254, 192, 192, 192, 192});
+    default:
+      if (once) return number({254, 192, 242, 242});
+      return twice ? number({254, 192, 242, 242, 192, 242})
+                   : ended({254, 192, 242, 242, 192, 242, 242});
+  }
+}
+
+std::ostream& operator<<(std::ostream& stream, const Outcome& outcome) {
+  return stream << outcome.shown << " after " << ::testing::PrintToString(outcome.headers)
+                << (outcome.hasEnded ? ", ended" : "") << (outcome.isOpen ? ", open" : "");
+}
+
+TEST(FaultMatrix, EveryFaultOnEveryCommandOnceAndAlwaysHasItsOutcome) {
+  for (const auto& entry : simulator::faultCatalogue()) {
+    for (const std::uint8_t header : Bytes{254, 192, 242}) {
+      for (const bool always : {false, true}) {
+        const auto times = always ? std::nullopt : std::optional(1U);
+        EXPECT_EQ(request({entry.fault, header, times}),
+                  expected(harmOf(entry.fault, always), header))
+            << entry.name << (always ? " always on " : " once on ") << int{header};
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace zendor
