@@ -1,0 +1,136 @@
+// Clicks through as many requests as the argument says, on an unpaced simulated pod that fails at
+// random, and holds every outcome, the open descriptors and the memory against what they must be.
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <random>
+#include <stdexcept>
+#include <string>
+
+#include "app/frm_startup.h"
+#include "platform/posix/posix_serial_port.h"
+#include "platform/shared/steady_clock.h"
+#include "simulator/simulated_line.h"
+
+namespace {
+
+using zendor::simulator::Fault;
+using zendor::simulator::FaultRule;
+
+struct ProgramEnded {};
+
+class SoakDesktop final : public zendor::Desktop {
+ public:
+  zendor::MessageAnswer showMessage(const zendor::Message& message) override {
+    shown = message.text;
+    return zendor::MessageAnswer::Ok;
+  }
+  void processEvents() override { std::this_thread::yield(); }
+
+  std::string shown;
+
+ private:
+  void endProcess() override { throw ProgramEnded{}; }
+};
+
+class SoakForm final : public zendor::Form {
+ public:
+  explicit SoakForm(std::string& shown) : shown_(shown) {}
+  std::string caption() const override { return {}; }
+  void setCaption(const std::string&) override {}
+  void setMenuCaption(std::string_view, const std::string&) override {}
+  void setCaption(const zendor::ControlId&, const std::string& caption) override {
+    shown_ = caption;
+  }
+  void setEnabled(const zendor::ControlId&, bool) override {}
+  void setFocus(const zendor::ControlId&) override {}
+  bool isSelected(const zendor::ControlId& option) const override { return option.index == 0; }
+
+ private:
+  std::string& shown_;
+};
+
+// What strikes one request: a fault on a command, in one attempt or in all of them. Those that make
+// an attempt wait for its time-out are rare, so that the whole takes minutes.
+struct Strike {
+  FaultRule rule;
+  std::string outcome;
+};
+
+Strike randomStrike(std::mt19937& random) {
+  static constexpr Fault kQuick[] = {
+      Fault::kExtraByte, Fault::kWrongChecksum, Fault::kWrongSource,  Fault::kWrongDestination,
+      Fault::kBusy,      Fault::kNak,           Fault::kUnknownHeader};
+  static constexpr Fault kSlow[] = {Fault::kDead, Fault::kPartialEcho, Fault::kEchoOnly,
+                                    Fault::kShortReply, Fault::kTruncatedReply};
+  static constexpr std::uint8_t kHeaders[] = {254, 192, 242};
+  const auto oneOf = [&](const auto& choices) { return choices[random() % std::size(choices)]; };
+  const std::uint8_t header = oneOf(kHeaders);
+  if (random() % 2 == 0) return {{Fault::kNone, header, 1}, "C-1234567"};
+  if (random() % 40 == 0) return {{oneOf(kSlow), header, 1}, "C-1234567"};
+  const Fault fault = oneOf(kQuick);
+  if (random() % 2 == 0) return {{fault, header, 1}, "C-1234567"};
+  return {{fault, header, std::nullopt},
+          header == 254 ? "You Must Attach The Zendor!" : "You Zendor maybe Faulty"};
+}
+
+std::string request(const Strike& strike) {
+  zendor::simulator::LineOptions options;
+  options.isPaced = false;
+  options.faults = zendor::simulator::FaultPlan({strike.rule});
+  zendor::simulator::SimulatedLine line(std::move(options));
+  zendor::PosixSerialPort port([&](int) { return std::optional(line.device()); });
+  SoakDesktop desktop;
+  SoakForm form(desktop.shown);
+  const zendor::SteadyClock clock;
+  zendor::frmStartup window(form, port, desktop, clock, {}, {});
+  window.Form_Load();
+  try {
+    window.Control_Click({"cmdAccept"});
+    if (port.isOpen()) return "the port is still open";
+  } catch (const ProgramEnded&) {
+  }
+  return desktop.shown;
+}
+
+std::ptrdiff_t openDescriptors() {
+  return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+}
+
+long residentPages() {
+  long size = 0;
+  long resident = 0;
+  std::ifstream("/proc/self/statm") >> size >> resident;
+  return resident;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const int count = argc > 1 ? std::atoi(argv[1]) : 2000;
+  std::mt19937 random(20260101);  // the same requests in every run
+  std::map<std::string, int> outcomes;
+  int wrong = 0;
+  const auto run = [&](int requests) {
+    for (; requests > 0; --requests) {
+      const Strike strike = randomStrike(random);
+      const std::string outcome = request(strike);
+      ++outcomes[outcome];
+      if (outcome != strike.outcome) ++wrong;
+    }
+  };
+  run(count / 10);  // what is allocated once is there by then
+  const auto descriptors = openDescriptors();
+  const long pages = residentPages();
+  run(count - count / 10);
+
+  for (const auto& [outcome, times] : outcomes) std::printf("%6d  %s\n", times, outcome.c_str());
+  const auto moreDescriptors = openDescriptors() - descriptors;
+  const long morePages = residentPages() - pages;
+  std::printf("%6d  wrong outcomes\n%6td  more open descriptors\n%6ld  more pages of memory\n",
+              wrong, moreDescriptors, morePages);
+  constexpr long kTolerance = 64;  // of what the allocator keeps
+  return wrong == 0 && moreDescriptors == 0 && morePages < kTolerance ? EXIT_SUCCESS : EXIT_FAILURE;
+}
