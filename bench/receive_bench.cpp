@@ -51,7 +51,7 @@ void receiveReply(benchmark::State& state) {
   const Bytes bytes = received(static_cast<std::size_t>(state.range(0)));
   FrameStores stores;
   stores.TxLength = kFrameOverhead;
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     ByteLine line(bytes);
     stores.RxCount = 0;
     while (!LL_DRAVO_PollReceive(line, stores.RxBuffer, stores.TxLength, stores.RxCount)) {

@@ -14,7 +14,6 @@
 namespace {
 
 using zendor::FileDescriptor;
-using zendor::simulator::LineOptions;
 using zendor::simulator::Pod;
 using zendor::simulator::SimulatedLine;
 

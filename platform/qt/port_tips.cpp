@@ -2,7 +2,6 @@
 
 #include <QEvent>
 #include <QTextDocument>
-#include <QTimer>
 
 namespace zendor {
 
@@ -18,7 +17,9 @@ PortTips::PortTips(const QWidget& window, Words words)
   connect(&devices_, &QFileSystemWatcher::directoryChanged, this, &PortTips::refresh);
   devices_.addPath(kDeviceFolder);
   // Asking the machine takes longer than showing the window, which need not wait for it.
-  QTimer::singleShot(0, this, &PortTips::refresh);
+  connect(&firstLook_, &QTimer::timeout, this, &PortTips::refresh);
+  firstLook_.setSingleShot(true);
+  firstLook_.start();
 }
 
 // Where the folder cannot be watched, the tooltip is right all the same.

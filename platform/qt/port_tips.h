@@ -4,6 +4,7 @@
 
 #include <QFileSystemWatcher>
 #include <QRadioButton>
+#include <QTimer>
 #include <functional>
 #include <string>
 
@@ -26,6 +27,7 @@ class PortTips final : public QObject {
   QList<QRadioButton*> choices_;
   Words words_;
   QFileSystemWatcher devices_;
+  QTimer firstLook_;
 };
 
 }  // namespace zendor
