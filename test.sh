@@ -2,6 +2,7 @@
 # Installs what is missing, builds with warnings as errors, and runs the tests.
 #
 #   ./test.sh           the tests on this machine
+#   ./test.sh release   the same on the release build, whose hardening is read back
 #   ./test.sh asan      the same under AddressSanitizer and UndefinedBehaviorSanitizer
 #   ./test.sh windows   the Windows program, cross-built and run under Wine
 set -euo pipefail
@@ -9,10 +10,10 @@ cd "$(dirname "$0")"
 . tools/packages.sh
 
 case "${1:-dev}" in
-  dev | asan)
+  dev | release | asan)
     preset=${1:-dev}
     install_missing "${build_packages[@]}" "${test_packages[@]}"
-    cmake --preset "$preset"
+    cmake --preset "$preset" -DZENDOR_TESTS=ON
     cmake --build --preset "$preset"
     ctest --preset "$preset"
     ;;
@@ -20,7 +21,7 @@ case "${1:-dev}" in
     exec tests/windows/run.sh
     ;;
   *)
-    sed -n '2,6s/^# \{0,1\}//p' "$0" >&2
+    sed -n '2,7s/^# \{0,1\}//p' "$0" >&2
     exit 2
     ;;
 esac

@@ -30,6 +30,7 @@ class Pod:
         pipes = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE}
         self.process = subprocess.Popen([SIMULATOR, "--trace", *options], text=True, **pipes)
         self.device = self.process.stdout.readline().strip()
+        self.trace = ""
 
     def __enter__(self):
         return self
@@ -38,22 +39,37 @@ class Pod:
         self.process.kill()
         self.process.communicate()
 
+    def wait_for(self, frame):
+        """Until the host has sent that frame."""
+        while not self.trace.endswith(f"host: {frame}\n"):
+            self.trace += self.process.stderr.readline()
+
     def requests(self):
         """The frames that the host has sent; ends the pod."""
         self.process.terminate()
-        trace = self.process.communicate()[1]
-        marked = [line.partition(": ") for line in trace.splitlines()]
+        self.trace += self.process.communicate()[1]
+        marked = [line.partition(": ") for line in self.trace.splitlines()]
         return [frame for sender, _, frame in marked if sender == "host"]
 
 
-def open_devices(user):
+def open_terminals(user):
     folder = f"/proc/{user.process.pid}/fd"
-    return [os.readlink(f"{folder}/{name}") for name in os.listdir(folder)]
+    opened = [os.readlink(f"{folder}/{name}") for name in os.listdir(folder)]
+    return [name for name in opened if name.startswith("/dev/pts/")]
 
 
 class WholeProgram(unittest.TestCase):
     def assert_box(self, box, expected):
         self.assertEqual((box.title, box.text), expected)
+
+    def assert_refused(self, user, beginning):
+        """The port does not open, for a reason that begins so, and the program ends."""
+        box = user.box()
+        self.assertEqual(box.title, "Error opening/closing Serial Port 1")
+        self.assertTrue(box.text.startswith(beginning), box.text)
+        self.assertTrue(box.text.endswith("\nPlease free the port or choose another"), box.text)
+        user.answer_last(box)
+        self.assertEqual(user.wait_for_end(), 0)
 
     def test_shows_the_number_and_closes_the_port(self):
         rows = [
@@ -69,7 +85,7 @@ class WholeProgram(unittest.TestCase):
                 self.assertEqual(user.wait_for_result(), caption)
                 self.assertTrue(user.is_enabled(BUTTON))
                 self.assertEqual(user.focused(), BUTTON)
-                self.assertNotIn(pod.device, open_devices(user))
+                self.assertEqual(open_terminals(user), [])
                 self.assertEqual(pod.requests(), WHOLE_REQUEST)
 
     def test_asks_the_chosen_port(self):
@@ -186,12 +202,7 @@ class WholeProgram(unittest.TestCase):
             for devices, beginning in rows:
                 with self.subTest(beginning), User([WINDOW, *devices]) as user:
                     user.click(BUTTON)
-                    box = user.box()
-                    self.assertEqual(box.title, "Error opening/closing Serial Port 1")
-                    self.assertTrue(box.text.startswith(beginning), box.text)
-                    self.assertTrue(box.text.endswith("Please free the port or choose another"))
-                    user.answer_last(box)
-                    self.assertEqual(user.wait_for_end(), 0)
+                    self.assert_refused(user, beginning)
 
     def test_ends_at_once_when_closed_in_the_middle_of_a_wait(self):
         with Pod("--no-pod") as pod:
@@ -199,21 +210,63 @@ class WholeProgram(unittest.TestCase):
                 with User([WINDOW, pod.device]) as user:
                     user.click(BUTTON)
                     user.wait_until_disabled(BUTTON)
-                    self.assertIn(pod.device, open_devices(user))
+                    self.assertEqual(open_terminals(user), [pod.device])
                     start = time.monotonic()
                     user.close_window()
                     self.assertEqual(user.wait_for_end(), 0)
                     self.assertLess(time.monotonic() - start, 0.9)
 
-    def test_survives_a_line_that_is_torn_out(self):
-        with Pod("--fault", "echo-only:192") as pod, User([WINDOW, pod.device]) as user:
-            user.click(BUTTON)
-            user.wait_until_disabled(BUTTON)
-            time.sleep(0.3)  # into the wait for the build code
+    def test_frees_the_port_when_it_is_killed_and_leaves_no_lock_behind(self):
+        locks = sorted(os.listdir("/var/lock"))
+        with Pod("--serial-number", "9", "--fault", "echo-only:254:1") as pod:
+            with User([WINDOW, pod.device]) as user:
+                user.click(BUTTON)
+                user.wait_until_disabled(BUTTON)
+            with User([WINDOW, pod.device]) as user:
+                user.click(BUTTON)
+                self.assertEqual(user.wait_for_result(), "C-9")
+            self.assertEqual(sorted(os.listdir("/var/lock")), locks)
+
+    def test_a_line_torn_out_before_the_request_is_absent(self):
+        with Pod() as pod, User([WINDOW, pod.device]) as user:
             pod.process.kill()
-            box = user.box()  # the second attempt cannot write
-            self.assertEqual(box.title, "Unhandled Error")
-            self.assertTrue(box.text.endswith("Occured in LL_Serial_SendMessage"), box.text)
+            pod.process.wait()
+            user.click(BUTTON)
+            self.assert_refused(user, f"There is no serial port {pod.device} ")
+
+    def test_a_line_torn_out_during_the_request_ends_it_by_what_arrived(self):
+        rows = [
+            # Nothing of a reply: the second attempt cannot be written.
+            ("echo-only:254", POLL, 1, NO_POD),
+            # In the middle of the build code, which three more attempts cannot ask for.
+            ("short-reply:192", BUILD_CODE, 3, FAULTY),
+        ]
+        for fault, request, refused_writes, outcome in rows:
+            with self.subTest(fault), Pod("--fault", fault) as pod:
+                with User([WINDOW, pod.device]) as user:
+                    user.click(BUTTON)
+                    pod.wait_for(request)
+                    time.sleep(0.2)  # what is to come of the reply has come, the wait goes on
+                    pod.process.kill()
+                    for _ in range(refused_writes):
+                        box = user.box()
+                        self.assertEqual(box.title, "Unhandled Error")
+                        self.assertTrue(box.text.startswith("Unhandled Error number 5\n"), box.text)
+                        self.assertTrue(box.text.endswith("\nOccured in LL_Serial_SendMessage"))
+                        user.answer(box)
+                    self.assert_box(user.box(), outcome)
+
+    def test_a_line_torn_out_behind_a_message_is_absent_at_the_next_click(self):
+        with Pod("--no-pod") as pod, User([WINDOW, pod.device]) as user:
+            user.click(BUTTON)
+            box = user.box()
+            pod.process.kill()
+            pod.process.wait()
+            user.answer(box)
+            user.wait_until_enabled(BUTTON)
+            self.assertEqual(open_terminals(user), [])
+            user.click(BUTTON)
+            self.assert_refused(user, f"There is no serial port {pod.device} ")
 
 
 if __name__ == "__main__":
