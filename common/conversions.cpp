@@ -27,7 +27,8 @@ std::string fixedDigits(double value, int digits) {
 }  // namespace
 
 std::string Tool_FormatDecimal(double value, int digits, const Regional& regional) {
-  const double scale = std::pow(10.0, digits);
+  double scale = 1;
+  for (int i = 0; i < digits; ++i) scale *= 10;
   const double rounded = std::round(std::abs(value) * scale) / scale;
   std::string text = fixedDigits(rounded, digits);
   if (const std::size_t point = text.find('.'); point != std::string::npos) {

@@ -1,12 +1,16 @@
 #include "platform/posix/port_devices.h"
 
+#include <fcntl.h>
+
+#include <array>
 #include <cstddef>
-#include <fstream>
 #include <iterator>
 #include <set>
 #include <system_error>
 #include <tuple>
 #include <utility>
+
+#include "platform/posix/file_descriptor.h"
 
 namespace zendor {
 
@@ -33,10 +37,11 @@ Port portOf(const std::string& name, bool adapter) {
 
 // Empty when there is no such file.
 std::string firstLineOf(const fs::path& file) {
-  std::ifstream stream(file);
-  std::string line;
-  std::getline(stream, line);
-  return line;
+  const FileDescriptor opened(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+  std::array<char, 256> text{};
+  const ssize_t length = ::read(opened.number(), text.data(), text.size());
+  const std::string read(text.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
+  return read.substr(0, read.find('\n'));
 }
 
 // The terminals with hardware behind them: consoles, virtual terminals and pseudo-terminals have no
