@@ -5,6 +5,6 @@ cd "$(dirname "$0")"
 . tools/packages.sh
 
 install_missing "${build_packages[@]}" "${test_packages[@]}" libbenchmark-dev python3-xlib
-cmake --preset release -DZENDOR_BENCH=ON >/dev/null
-cmake --build --preset release
-xvfb-run -a -s '-screen 0 1280x1024x24' bench/measure.py build/release
+cmake --preset bench >/dev/null
+cmake --build --preset bench
+xvfb-run -a -s '-screen 0 1280x1024x24' bench/measure.py build/bench

@@ -7,7 +7,7 @@ cd "$(dirname "$0")"
 . tools/packages.sh
 
 install_missing "${build_packages[@]}"
-cmake --preset release -DZENDOR_TESTS=OFF
+cmake --preset release
 cmake --build --preset release
 
 demo=build/release/demo/zendor-demo

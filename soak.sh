@@ -5,6 +5,6 @@ cd "$(dirname "$0")"
 . tools/packages.sh
 
 install_missing "${build_packages[@]}" libbenchmark-dev
-cmake --preset release -DZENDOR_BENCH=ON >/dev/null
-cmake --build --preset release --target soak
-build/release/bench/soak "${1:-2000}"
+cmake --preset bench >/dev/null
+cmake --build --preset bench --target soak
+build/bench/bench/soak "${1:-2000}"

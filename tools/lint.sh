@@ -4,7 +4,8 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . tools/packages.sh
 
-install_missing "${build_packages[@]}" "${test_packages[@]}" libbenchmark-dev clang-format clang-tidy
+install_missing "${build_packages[@]}" "${test_packages[@]}" libbenchmark-dev git \
+  clang-format clang-tidy
 git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
 # GCC's own warning options are of no interest to clang.
 cmake --preset dev -B build/lint -DZENDOR_BENCH=ON -DZENDOR_FUZZ=ON >/dev/null

@@ -10,19 +10,26 @@ screen_packages=(
 
 test_packages=("${screen_packages[@]}" libgtest-dev)
 
-# Asks for a password only where something is missing and the user is not root.
+# What makes the Debian package and what distributions read packages with.
+deb_packages=(dpkg-dev file lintian desktop-file-utils appstream)
+
+# Where it cannot install, it names the packages and carries on: they may be there by another name.
 install_missing() {
-  local missing=() package
-  for package in "$@"; do
-    dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed || missing+=("$package")
-  done
-  [ ${#missing[@]} -eq 0 ] && return
-  if ! command -v apt-get >/dev/null; then
-    printf 'These packages, or what your system calls them, are needed: %s\n' "${missing[*]}" >&2
-    return 1
+  local missing=() as_root=() package
+  if command -v dpkg-query >/dev/null; then
+    for package in "$@"; do
+      dpkg-query -W -f='${db:Status-Status}\n' "$package" 2>/dev/null | grep -qx installed ||
+        missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+  else
+    missing=("$@")
   fi
-  local as_root=()
   [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+  if ! command -v apt-get >/dev/null || ! command -v "${as_root[@]:-true}" >/dev/null; then
+    printf 'These packages, or what your system calls them, are needed: %s\n' "${missing[*]}" >&2
+    return
+  fi
   printf 'Installing %s\n' "${missing[*]}"
   "${as_root[@]}" apt-get update -qq
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \

@@ -89,9 +89,13 @@ class User:
     def click(self, name, where=None):
         self.click_element(self.find(name, where))
 
-    def click_element(self, element):
+    def click_element(self, element, times=1):
         box = element.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
-        xdotool("mousemove", box.x + box.width // 2, box.y + box.height // 2, "click", 1)
+        xdotool("mousemove", box.x + box.width // 2, box.y + box.height // 2)
+        xdotool("click", "--repeat", times, "--delay", 50, 1)
+
+    def double_click(self, element):
+        self.click_element(element, 2)
 
     def press(self, *keys):
         xdotool("key", *keys)
@@ -101,8 +105,11 @@ class User:
 
     def result(self):
         """The text of the result box; while it is empty it goes by the name of its heading."""
-        labels = [e for e in descendants(self.window) if e.getRole() == pyatspi.ROLE_LABEL]
-        return "" if labels[-1].name == HEADING else labels[-1].name
+        name = self.result_box().name
+        return "" if name == HEADING else name
+
+    def result_box(self):
+        return [e for e in descendants(self.window) if e.getRole() == pyatspi.ROLE_LABEL][-1]
 
     def wait_for_result(self, seconds=10.0):
         return wait_for(lambda: self.result() or None, "A result", seconds)
@@ -156,12 +163,15 @@ class User:
         wait_for(lambda: self.find(name).description == text or None, f'"{text}"')
 
     def wait_for_clipboard(self, text):
+        return self.wait_for_selection(text, "clipboard")
+
+    def wait_for_selection(self, text, selection="primary"):
         def look():
-            command = ["xclip", "-o", "-selection", "clipboard"]
+            command = ["xclip", "-o", "-selection", selection]
             found = subprocess.run(command, capture_output=True, text=True).stdout
             return found if found == text else None
 
-        return wait_for(look, f'"{text}" on the clipboard')
+        return wait_for(look, f'"{text}" in the {selection}')
 
     def controls(self):
         """All that the window holds, without what only groups it."""

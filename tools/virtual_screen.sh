@@ -1,8 +1,12 @@
 #!/usr/bin/env bash
-# Runs a command on a virtual screen with a window manager and an accessible tree of its own.
+# Runs a command on a virtual screen with a window manager and an accessible tree of its own,
+# whatever the user's own desktop is like.
 set -u
 case "${VIRTUAL_SCREEN_STAGE:-screen}" in
   screen)
+    unset WAYLAND_DISPLAY QT_QPA_PLATFORM QT_QPA_PLATFORMTHEME QT_STYLE_OVERRIDE QT_FONT_DPI
+    unset QT_SCALE_FACTOR QT_SCREEN_SCALE_FACTORS
+    export XDG_SESSION_TYPE=x11 LC_ALL=C.UTF-8
     VIRTUAL_SCREEN_STAGE=bus exec xvfb-run -a -s '-screen 0 1280x1024x24' "$0" "$@"
     ;;
   bus) # what the bus and its services say is of no interest; the command keeps its own voice
@@ -10,9 +14,12 @@ case "${VIRTUAL_SCREEN_STAGE:-screen}" in
     ;;
   command)
     unset VIRTUAL_SCREEN_STAGE
-    openbox >/dev/null 2>&1 &
+    openbox --config-file "$(dirname "$0")/openbox.xml" >/dev/null 2>&1 &
     window_manager=$!
-    until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"; do sleep 0.05; done
+    until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; do
+      kill -0 "$window_manager" || exit 1
+      sleep 0.05
+    done
     "$@" 2>&3
     status=$?
     kill "$window_manager"
