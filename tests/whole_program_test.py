@@ -138,17 +138,20 @@ class WholeProgram(unittest.TestCase):
             self.assertFalse(user.is_selected("Serial Port 1"))
             user.press("ctrl+c")
             self.assertEqual(user.wait_for_clipboard("C-5"), "C-5")
+            user.double_click(user.result_box())  # selects all of it and takes no focus
+            self.assertEqual(user.wait_for_selection("C-5"), "C-5")
+            self.assertEqual(user.focused(), BUTTON)
             self.assertEqual(pod.requests(), WHOLE_REQUEST * 3)
 
     def test_leaves_the_focus_where_the_user_put_it_meanwhile(self):
-        with Pod("--no-pod") as pod, User([WINDOW, "/none", pod.device]) as user:
-            user.click("Serial Port 2")
-            user.click(BUTTON)
+        with Pod("--fault", "echo-only:254:1") as pod, User([WINDOW, pod.device]) as user:
+            user.press("space")
             user.wait_until_disabled(BUTTON)
             user.press("Tab")
-            user.wait_until_focused("Serial Port 2")
-            user.answer(user.box())
-            user.wait_until_focused(BUTTON)  # which a request without a pod moves
+            user.wait_until_focused("Serial Port 1")
+            user.wait_for_result()
+            user.wait_until_enabled(BUTTON)
+            self.assertEqual(user.focused(), "Serial Port 1")
 
     def test_can_be_read_by_a_screen_reader(self):
         with Pod() as pod, User([WINDOW, pod.device]) as user:

@@ -37,7 +37,6 @@ struct ShownForm {
     window.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
   }
-  QString focus() const { return window.focusWidget()->objectName(); }
 
   RecordedEvents events;
   QtForm form{frmStartup::description()};
@@ -53,6 +52,8 @@ TEST(Density, ScalesEveryControlAndTheClientAreaBelowTheMenuBar) {
   const auto description = frmStartup::description();
   EXPECT_NEAR(shown.client.width(), description.width * scale, 1);
   EXPECT_NEAR(shown.client.height(), description.height * scale, 1);
+  EXPECT_EQ(shown.window.minimumSize(), shown.window.maximumSize());
+  EXPECT_FALSE(shown.window.windowFlags() & Qt::WindowMinMaxButtonsHint);
   EXPECT_GT(shown.client.y(), 0);
   EXPECT_EQ(shown.client.y(), shown.window.findChild<QMenuBar*>()->height());
   for (const auto& control : description.controls) {

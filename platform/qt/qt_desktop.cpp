@@ -50,6 +50,7 @@ MessageAnswer QtDesktop::showMessage(const Message& message) {
   box.setTextFormat(Qt::PlainText);
   box.setText(textOf(message.text));
   box.setIcon(iconOf(message.icon));
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse);  // it may hold a command to copy
   makeRoomForTitle(box);
   if (message.buttons == MessageButtons::Ok) {
     box.setStandardButtons(QMessageBox::Ok);

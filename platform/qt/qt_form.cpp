@@ -38,7 +38,7 @@ void centreOnScreen(QWidget& window) {
 
 FormWindow::FormWindow(std::function<void()> onClose)
     : QDialog(nullptr, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-                           Qt::WindowCloseButtonHint),
+                           Qt::WindowCloseButtonHint | Qt::MSWindowsFixedSizeDialogHint),
       onClose_(std::move(onClose)) {}
 
 void FormWindow::reject() {}

@@ -25,6 +25,7 @@ QColor readableOn(const QColor& background, const QColor& wished) {
 ResultBox::ResultBox(QWidget* parent) : QLabel(parent), copy_("&Copy") {
   setFrameStyle(QFrame::Box | QFrame::Plain);
   setTextInteractionFlags(Qt::TextSelectableByMouse);
+  setFocusPolicy(Qt::NoFocus);  // the copy key works from where the focus is
   setBackgroundRole(QPalette::HighlightedText);
   setAutoFillBackground(true);
   keepReadable();
@@ -38,6 +39,13 @@ ResultBox::ResultBox(QWidget* parent) : QLabel(parent), copy_("&Copy") {
 void ResultBox::changeEvent(QEvent* event) {
   QLabel::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) keepReadable();
+}
+
+// A result is one word to its reader, letter and hyphen included.
+void ResultBox::mouseDoubleClickEvent(QMouseEvent*) {
+  setSelection(0, static_cast<int>(text().size()));
+  QClipboard& clipboard = *QGuiApplication::clipboard();
+  if (clipboard.supportsSelection()) clipboard.setText(text(), QClipboard::Selection);
 }
 
 // An empty box leaves alone what the user copied elsewhere.

@@ -13,6 +13,7 @@ class ResultBox final : public QLabel {
 
  protected:
   void changeEvent(QEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
 
  private:
   void copyResult() const;
