@@ -13,8 +13,9 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# Programs must run on a bare Windows: no runtime library beside them.
-set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
+# Programs must run on a bare Windows: no runtime library beside them, that of the stack protector
+# included.
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -fstack-protector-strong")
 
 # Tests run, and are listed, under Wine when ctest is called: building needs no Wine.
 set(CMAKE_CROSSCOMPILING_EMULATOR wine)

@@ -17,7 +17,7 @@ LOGFONTW namedFont(const FormFont& font, UINT dotsPerInch) {
   LOGFONTW logical{};
   logical.lfHeight = -std::lround(font.points * dotsPerInch / kPointsPerInch);
   logical.lfWeight = font.bold ? FW_BOLD : FW_NORMAL;
-  logical.lfQuality = CLEARTYPE_QUALITY;
+  logical.lfCharSet = DEFAULT_CHARSET;
   const std::wstring family = wideFromUtf8(font.family);
   const std::size_t length = std::min<std::size_t>(family.size(), LF_FACESIZE - 1);
   std::copy_n(family.begin(), length, logical.lfFaceName);

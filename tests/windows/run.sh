@@ -18,7 +18,7 @@ cmake --build --preset release --target zendor-pod-simulator
 export WINEDLLOVERRIDES=mscoree,mshtml= WINEDEBUG=-all
 WINEPREFIX=$(mktemp -d)
 export WINEPREFIX
-trap 'wineserver --kill; rm -rf "$WINEPREFIX"' EXIT
+trap 'wineserver --kill || true; rm -rf "$WINEPREFIX"' EXIT
 wineboot --init >/dev/null 2>&1
 ctest --preset windows
 

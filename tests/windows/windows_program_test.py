@@ -126,6 +126,7 @@ class ProgramFile(unittest.TestCase):
         headers = output_of("x86_64-w64-mingw32-objdump", "-p", str(PROGRAM))
         for flag in ("HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT", "(Windows GUI)"):
             self.assertIn(flag, headers)
+        self.assertIn(b"stack smashing detected", PROGRAM.read_bytes())
         self.assertNotIn(".debug", output_of("x86_64-w64-mingw32-objdump", "-h", str(PROGRAM)))
 
     def test_carries_the_icon_of_every_machine_in_16_colours(self):
@@ -136,6 +137,11 @@ class ProgramFile(unittest.TestCase):
         self.assertEqual((data[6], data[7], data[36]), (32, 32, 4))
         command = ["compare", "-metric", "AE", str(drawn), str(icon), "null:"]
         self.assertEqual(subprocess.run(command, capture_output=True).returncode, 0)
+
+    def test_tells_windows_its_version_and_that_it_scales_itself(self):
+        data = PROGRAM.read_bytes()
+        self.assertIn("FileVersion\0\0".encode("utf-16-le") + "1.0.1\0".encode("utf-16-le"), data)
+        self.assertIn(b">PerMonitorV2<", data)
 
     def test_is_carried_away_with_a_few_words(self):
         with zipfile.ZipFile(next(BUILD.glob("*.zip"))) as archive:
