@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -70,16 +71,17 @@ class RecordingDesktop final : public Desktop {
   Log& log_;
 };
 
-// Answers the n-th write with the n-th entry of the script, piece by piece.
+// Answers the n-th write with the n-th entry of the script, piece by piece, or as respond says.
 class ScriptedLine final : public SerialPort {
  public:
   ScriptedLine(HandClock& clock, Log& log) : clock_(clock), log_(log) {}
 
   struct Piece {
-    std::uint32_t afterMs = 0;
+    double afterMs = 0;
     Bytes bytes;
   };
   std::deque<std::vector<Piece>> script;
+  std::function<std::vector<Piece>(std::span<const std::uint8_t>)> respond;
   std::vector<Bytes> written;
   std::deque<std::size_t> sending;  // what the next looks at the transmit queue find
   std::optional<PortError> openError, closeError, writeError;
@@ -90,35 +92,28 @@ class ScriptedLine final : public SerialPort {
   void close() override { change("close", closeError, false); }
   std::size_t bytesWaiting() override {
     EXPECT_TRUE(open_);
-    while (!coming_.empty() && clock_.now - writtenAt_ >= coming_.front().afterMs) {
-      waiting = waiting + coming_.front().bytes;
-      coming_.pop_front();
-    }
+    for (; !coming_.empty() && coming_.begin()->first <= clock_.now; coming_.erase(coming_.begin()))
+      waiting = waiting + coming_.begin()->second;
     return waiting.size();
   }
-  std::span<const std::uint8_t> readAll() override {
-    read_ = std::exchange(waiting, {});
-    return read_;
-  }
+  std::span<const std::uint8_t> readAll() override { return read_ = std::exchange(waiting, {}); }
   void discardWaiting() override {
     log_.emplace_back("discard");
+    bytesWaiting();
     waiting.clear();
-    coming_.clear();
   }
   std::size_t bytesToSend() override {
     if (sending.empty()) return 0;
-    const std::size_t count = sending.front();
-    sending.pop_front();
-    return count;
+    return std::exchange(sending, {sending.begin() + 1, sending.end()}).front();
   }
   void write(std::span<const std::uint8_t> bytes) override {
     EXPECT_TRUE(open_);
     log_.emplace_back("write");
     if (writeError) throw *writeError;
     written.emplace_back(bytes.begin(), bytes.end());
-    writtenAt_ = clock_.now;
+    if (respond) script.push_back(respond(bytes));
     if (script.empty()) return;
-    coming_.assign(script.front().begin(), script.front().end());
+    for (Piece& piece : script.front()) coming_.emplace(clock_.now + piece.afterMs, piece.bytes);
     script.pop_front();
   }
 
@@ -132,8 +127,7 @@ class ScriptedLine final : public SerialPort {
   HandClock& clock_;
   Log& log_;
   bool open_ = false;
-  std::uint32_t writtenAt_ = 0;
-  std::deque<Piece> coming_;
+  std::multimap<double, Bytes> coming_;  // by the millisecond at which they arrive
   Bytes read_;
 };
 

@@ -2,8 +2,6 @@
 // is turned by hand: the pod and its line are the simulator's own, only time is not.
 #include <gtest/gtest.h>
 
-#include <map>
-
 #include "app/frm_startup.h"
 #include "simulator/line_station.h"
 #include "tests/doubles.h"
@@ -11,53 +9,9 @@
 namespace zendor {
 namespace {
 
-using namespace std::chrono_literals;
 using simulator::Fault;
 using simulator::TimePoint;
 using testing::Bytes;
-using testing::Log;
-
-class StationLine final : public SerialPort {
- public:
-  StationLine(testing::HandClock& clock, std::vector<simulator::FaultRule> rules)
-      : clock_(clock),
-        station_(simulator::Pod{}, std::move(rules), simulator::kByteTime,
-                 [this](simulator::Sender sender, const Bytes& frame) {
-                   if (sender == simulator::Sender::kHost) requests.push_back(frame);
-                 }) {}
-
-  std::vector<Bytes> requests;
-
-  bool isOpen() const override { return open_; }
-  void open() override { open_ = true; }
-  void close() override { open_ = false; }
-  std::size_t bytesWaiting() override {
-    while (!coming_.empty() && coming_.begin()->first <= now()) {
-      const Bytes& bytes = coming_.begin()->second;
-      waiting_.insert(waiting_.end(), bytes.begin(), bytes.end());
-      coming_.erase(coming_.begin());
-    }
-    return waiting_.size();
-  }
-  std::span<const std::uint8_t> readAll() override { return read_ = std::exchange(waiting_, {}); }
-  void discardWaiting() override {
-    bytesWaiting();
-    waiting_.clear();
-  }
-  std::size_t bytesToSend() override { return 0; }
-  void write(std::span<const std::uint8_t> bytes) override {
-    for (auto& [due, delivered] : station_.receive(bytes, now())) coming_.emplace(due, delivered);
-  }
-
- private:
-  TimePoint now() const { return TimePoint{std::chrono::milliseconds(clock_.now)}; }
-
-  testing::HandClock& clock_;
-  simulator::LineStation station_;
-  bool open_ = false;
-  std::multimap<TimePoint, Bytes> coming_;
-  Bytes waiting_, read_;
-};
 
 // What a person sees of a request, and the headers of the requests that went out.
 struct Outcome {
@@ -71,8 +25,16 @@ struct Outcome {
 Outcome request(const simulator::FaultRule& rule) {
   testing::Machine machine;
   testing::RecordingForm form(machine.log);
-  StationLine line(machine.clock, {rule});
-  frmStartup window(form, line, machine.desktop, machine.clock, {}, {});
+  simulator::LineStation station(simulator::Pod{}, {{rule}}, simulator::kByteTime);
+  machine.line.respond = [&](auto bytes) {
+    const TimePoint now{std::chrono::milliseconds(machine.clock.now)};
+    std::vector<testing::ScriptedLine::Piece> pieces;
+    for (const auto& [due, delivered] : station.receive(bytes, now)) {
+      pieces.push_back({std::chrono::duration<double, std::milli>(due - now).count(), delivered});
+    }
+    return pieces;
+  };
+  frmStartup window(form, machine.line, machine.desktop, machine.clock, {}, {});
   Outcome outcome;
   window.Form_Load();
   try {
@@ -83,8 +45,8 @@ Outcome request(const simulator::FaultRule& rule) {
   for (const std::string& entry : machine.log) {
     if (entry.starts_with("[") || entry.starts_with("Label1: ")) outcome.shown = entry;
   }
-  for (const Bytes& frame : line.requests) outcome.headers.push_back(frame[3]);
-  outcome.isOpen = line.isOpen();
+  for (const Bytes& frame : machine.line.written) outcome.headers.push_back(frame[3]);
+  outcome.isOpen = machine.line.isOpen();
   return outcome;
 }
 

@@ -222,19 +222,6 @@ TEST(SimulatedLineTest, WhoOpensTheDeviceFindsNothingFromBefore) {
   EXPECT_EQ(device.read(1), Bytes{6});
 }
 
-TEST(SimulatedLineTest, SleepsUntilItsTimeWhetherTheDeviceIsOpenOrNot) {
-  PseudoTerminal line;
-  std::unique_ptr<OpenDevice> device;
-  for (const bool isOpen : {false, true, false}) {
-    if (isOpen) device = std::make_unique<OpenDevice>(line.path());
-    if (!isOpen) device.reset();
-    for (int i = 0; i < 2; ++i) line.wait(TimePoint{});  // what has happened so far
-    const auto until = std::chrono::steady_clock::now() + 20ms;
-    line.wait(until);
-    EXPECT_GE(std::chrono::steady_clock::now(), until) << isOpen;
-  }
-}
-
 TEST(SimulatedLineTest, ATornLineIsGoneForItsHolder) {
   SimulatedLine line({.pod = std::nullopt, .isPaced = false});
   const OpenDevice device(line.device());
