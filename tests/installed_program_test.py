@@ -1,0 +1,14 @@
+#!/usr/bin/python3
+"""The installed program opens its window and ends with it.
+
+Usage: installed_program_test.py PROGRAM
+"""
+
+import sys
+
+from user import BUTTON, User
+
+with User([sys.argv[1]]) as user:
+    assert user.is_enabled(BUTTON)
+    user.close_window()
+    sys.exit(user.wait_for_end())
