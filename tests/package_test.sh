@@ -68,7 +68,7 @@ remove_package() {
   "${as_root[@]}" apt-get purge -y -qq "$package" >/dev/null
 }
 
-install_missing "${build_packages[@]}" "${test_packages[@]}" "${deb_packages[@]}"
+install_missing "${build_packages[@]}" "${screen_packages[@]}" "${deb_packages[@]}"
 ! dpkg-query --status "$package" >/dev/null 2>&1 || fail 'it is installed here; remove it first'
 make_package
 check_archive
