@@ -108,8 +108,6 @@ void PseudoTerminal::write(const std::vector<std::uint8_t>& bytes) {
   isSoiled_ = ::write(master_.number(), bytes.data(), bytes.size()) > 0 || isSoiled_;
 }
 
-void PseudoTerminal::hangUp() { master_ = FileDescriptor(); }
-
 bool PseudoTerminal::isHeard() const {
   pollfd state{master_.number(), 0, 0};
   ::poll(&state, 1, 0);

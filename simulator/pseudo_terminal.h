@@ -33,9 +33,6 @@ class PseudoTerminal {
   // What the other side's full queue does not take is lost.
   void write(const std::vector<std::uint8_t>& bytes);
 
-  // Tears the line out of the other side's hands. Neither end works afterwards.
-  void hangUp();
-
  private:
   bool isHeard() const;
 

@@ -27,12 +27,6 @@ std::vector<Bytes> SimulatedLine::requests() const {
   return requests_;
 }
 
-void SimulatedLine::hangUp() {
-  thread_.request_stop();
-  if (thread_.joinable()) thread_.join();
-  terminal_.hangUp();
-}
-
 void SimulatedLine::serve(const std::stop_token& stop) {
   const std::stop_callback wake(stop, [this] { terminal_.wake(); });
   while (!stop.stop_requested()) {

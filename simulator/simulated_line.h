@@ -32,9 +32,6 @@ class SimulatedLine {
   // The complete frames that hosts have sent so far, oldest first.
   std::vector<Bytes> requests() const;
 
-  // The line is torn out, for good.
-  void hangUp();
-
  private:
   void serve(const std::stop_token& stop);
   void deliverWhatIsDue();

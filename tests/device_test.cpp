@@ -33,7 +33,7 @@ TEST_F(DeviceTest, EachCommandSendsItsFrameNamesItsReplyAndAsksWhereItIsToAsk) {
   const auto plain = [&](auto routine) {
     return [&, routine](bool prompt) { return (commands.*routine)(prompt, 81, 7); };
   };
-  const auto set = [&](std::vector<double> values) {
+  const auto set = [&](const std::vector<double>& values) {
     return [&, values](bool prompt) { return commands.DRAVO_SetVariables(prompt, values, 81, 7); };
   };
   const auto write = [&](const char* text, int length) {

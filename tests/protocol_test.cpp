@@ -207,12 +207,5 @@ TEST_F(TransactionTest, EndsTheProgramForARequestWithoutHeaderOrAnUnknownFormat)
                                "[Program Error] Error in LL_DRAVO_Send", "close"}));
 }
 
-TEST_F(TransactionTest, ReportsARefusedWriteAndJudgesWhatArrived) {
-  line.writeError = PortError{57, "Gone."};
-  EXPECT_EQ(transaction.LL_DRAVO_Send(poll()), "Error : All comms is dead");
-  ASSERT_EQ(desktop.shown.size(), 2U);  // one box an attempt
-  EXPECT_TRUE(desktop.shown[1].text.ends_with("Occured in LL_Serial_SendMessage"));
-}
-
 }  // namespace
 }  // namespace zendor

@@ -14,6 +14,8 @@ namespace {
 using testing::Bytes;
 using testing::Log;
 
+const std::string kAdvice = "\r\nPlease free the port or choose another";
+
 class SerialTest : public ::testing::Test, protected testing::Machine {
  protected:
   SerialTest() { control.BaudRates = BaudRateList(); }
@@ -61,9 +63,8 @@ TEST_F(SerialTest, ShowsARefusalOnlyWhenAskedTo) {
   EXPECT_EQ(control.Port_SetOpen(true, false), PortStatus::Refused);
   EXPECT_EQ(control.Port_SetOpen(true, true), PortStatus::Refused);
   EXPECT_FALSE(control.Port_IsOpen());
-  EXPECT_EQ(log, (Log{"open", "open",
-                      "[Error opening/closing Serial Port 4] No such port.\r\nPlease free the port "
-                      "or choose another"}));
+  const std::string box = "[Error opening/closing Serial Port 4] No such port." + kAdvice;
+  EXPECT_EQ(log, (Log{"open", "open", box}));
   EXPECT_EQ(desktop.shown[0].icon, MessageIcon::None);
 }
 
@@ -74,10 +75,9 @@ TEST_F(SerialTest, ShutsDownPastAPortThatWillNotClose) {
   line.open();
   line.closeError = PortError{5, "Stuck."};
   EXPECT_THROW(control.Port_Shutdown(), testing::ProgramEnded);
-  EXPECT_EQ(log, (Log{"open", "close", "open", "close",
-                      "[Error opening/closing Serial Port 0] Stuck.\r\nPlease free the port or "
-                      "choose another",
-                      "[Tarrow] PORT reset fail - please reset your HH PC!"}));
+  const std::string box = "[Error opening/closing Serial Port 0] Stuck." + kAdvice;
+  const std::string warning = "[Tarrow] PORT reset fail - please reset your HH PC!";
+  EXPECT_EQ(log, (Log{"open", "close", "open", "close", box, warning}));
   EXPECT_EQ(desktop.shown[1].icon, MessageIcon::Exclamation);
 }
 

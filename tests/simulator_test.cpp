@@ -183,11 +183,6 @@ class OpenDevice {
     return bytes;
   }
 
-  bool isGone() const {
-    pollfd state{end_.number(), 0, 0};
-    return ::poll(&state, 1, 0) == 1 && (state.revents & POLLHUP) != 0;
-  }
-
  private:
   FileDescriptor end_;
 };
@@ -202,35 +197,6 @@ TEST(SimulatedLineTest, KeepsThePaceOfTheLineAndRecordsTheRequests) {
   device.write({80, 0, 1, 254, 0});
   EXPECT_EQ(device.read(5), (Bytes{80, 0, 1, 254, 0}));
   EXPECT_EQ(line.requests(), (std::vector<Bytes>{kAskSerial, {80, 0, 1, 254, 0}}));
-}
-
-TEST(SimulatedLineTest, WhoOpensTheDeviceFindsNothingFromBefore) {
-  PseudoTerminal line;
-  line.write({1});  // nobody has it open yet
-  {
-    const OpenDevice device(line.path());
-    line.write({2, 3});
-    EXPECT_EQ(device.read(1), Bytes{2});
-    line.wait(TimePoint{});
-    EXPECT_EQ(device.read(1), Bytes{3});  // kept, since the device is still open
-    line.write({4});
-  }
-  line.wait(TimePoint{});
-  line.write({5});  // nobody has it open any more
-  const OpenDevice device(line.path());
-  line.write({6});
-  EXPECT_EQ(device.read(1), Bytes{6});
-}
-
-TEST(SimulatedLineTest, ATornLineIsGoneForItsHolder) {
-  SimulatedLine line({.pod = std::nullopt, .isPaced = false});
-  const OpenDevice device(line.device());
-  device.write(kPoll);
-  EXPECT_EQ(device.read(5), kPoll);
-  EXPECT_FALSE(device.isGone());
-  line.hangUp();
-  EXPECT_TRUE(device.isGone());
-  EXPECT_EQ(line.requests(), std::vector<Bytes>{kPoll});
 }
 
 }  // namespace

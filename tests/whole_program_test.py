@@ -6,50 +6,21 @@ Usage: whole_program_test.py WINDOW_ON_PORTS ZENDOR_POD_SIMULATOR
 """
 
 import fcntl
+import functools
 import os
-import subprocess
 import sys
 import time
 import unittest
 
+from simulated_pod import BUILD_CODE, POLL, SERIAL, WHOLE_REQUEST, SimulatedPod
 from user import BUTTON, HEADING, User
 
 WINDOW, SIMULATOR = sys.argv[1:3]
 
-POLL, BUILD_CODE, SERIAL = "80 0 1 254 177", "80 0 1 192 239", "80 0 1 242 189"
-WHOLE_REQUEST = [POLL, BUILD_CODE, SERIAL]
+Pod = functools.partial(SimulatedPod, SIMULATOR)
 
 NO_POD = ("Error", "You Must Attach The Zendor!")
 FAULTY = ("Error", "You Zendor maybe Faulty")
-
-
-class Pod:
-    """A simulated pod on a pseudo-terminal of its own."""
-
-    def __init__(self, *options):
-        pipes = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE}
-        self.process = subprocess.Popen([SIMULATOR, "--trace", *options], text=True, **pipes)
-        self.device = self.process.stdout.readline().strip()
-        self.trace = ""
-
-    def __enter__(self):
-        return self
-
-    def __exit__(self, *_):
-        self.process.kill()
-        self.process.communicate()
-
-    def wait_for(self, frame):
-        """Until the host has sent that frame."""
-        while not self.trace.endswith(f"host: {frame}\n"):
-            self.trace += self.process.stderr.readline()
-
-    def requests(self):
-        """The frames that the host has sent; ends the pod."""
-        self.process.terminate()
-        self.trace += self.process.communicate()[1]
-        marked = [line.partition(": ") for line in self.trace.splitlines()]
-        return [frame for sender, _, frame in marked if sender == "host"]
 
 
 def open_terminals(user):
@@ -177,6 +148,16 @@ class WholeProgram(unittest.TestCase):
                 user.wait_for_result()
 
             self.assertIn("C-1234567", user.announced(request))
+
+    @unittest.skipUnless(os.access("/dev", os.W_OK), "takes a user who may add devices")
+    def test_tells_of_an_adapter_that_comes_and_goes(self):
+        adapter = "/dev/ttyZendorTest"
+        with User([WINDOW, adapter]) as user:
+            user.wait_for_description("Serial Port 1", "no such port on this computer")
+            with Pod("--link", adapter) as pod:
+                user.wait_for_description("Serial Port 1", adapter)
+                pod.process.terminate()
+                user.wait_for_description("Serial Port 1", "no such port on this computer")
 
     def test_ends_after_a_faulty_pod(self):
         rows = [

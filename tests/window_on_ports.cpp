@@ -1,5 +1,6 @@
 // The program on the devices that its arguments name, the first one as Serial Port 1, in place of
 // the machine's own.
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,7 @@ int main(int argc, char** argv) {
   });
   return zendor::runProgram(argc, argv, port, [&](int index) {
     const auto place = static_cast<std::size_t>(index);
-    return place < devices.size() ? devices[place] : "no such port on this computer";
+    const bool isThere = place < devices.size() && std::filesystem::exists(devices[place]);
+    return isThere ? devices[place] : "no such port on this computer";
   });
 }

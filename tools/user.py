@@ -8,21 +8,11 @@ import time
 import pyatspi
 from gi.repository import GLib
 
+from screen import wait_for, xdotool
+
 HEADING = "Your Zendor Serial Number is:"
 BUTTON = "Get Serial Number"
 WINDOW = "Zendor Serial Number Extractor V"
-
-
-def wait_for(look, what, seconds=10.0):
-    """What look() finds, as soon as it is not None; an error that names it when it never is."""
-    deadline = time.monotonic() + seconds
-    while True:
-        found = look()
-        if found is not None:
-            return found
-        if time.monotonic() > deadline:
-            raise TimeoutError(f"{what} did not come within {seconds} s")
-        time.sleep(0.01)
 
 
 def descendants(element):
@@ -34,10 +24,6 @@ def descendants(element):
 
 def has_state(element, state):
     return element.getState().contains(state)
-
-
-def xdotool(*arguments):
-    subprocess.run(["xdotool", *map(str, arguments)], check=True, stdout=subprocess.DEVNULL)
 
 
 class Box:

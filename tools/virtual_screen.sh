@@ -7,14 +7,14 @@ case "${VIRTUAL_SCREEN_STAGE:-screen}" in
     unset WAYLAND_DISPLAY QT_QPA_PLATFORM QT_QPA_PLATFORMTHEME QT_STYLE_OVERRIDE QT_FONT_DPI
     unset QT_SCALE_FACTOR QT_SCREEN_SCALE_FACTORS
     export XDG_SESSION_TYPE=x11 LC_ALL=C.UTF-8
-    VIRTUAL_SCREEN_STAGE=bus exec xvfb-run -a -s '-screen 0 1280x1024x24' "$0" "$@"
+    VIRTUAL_SCREEN_STAGE=bus exec xvfb-run -a -s '-screen 0 1280x1024x24 -noreset' "$0" "$@"
     ;;
   bus) # what the bus and its services say is of no interest; the command keeps its own voice
     VIRTUAL_SCREEN_STAGE=command exec dbus-run-session -- "$0" "$@" 3>&2 2>/dev/null
     ;;
   command)
     unset VIRTUAL_SCREEN_STAGE
-    openbox --config-file "$(dirname "$0")/openbox.xml" >/dev/null 2>&1 &
+    openbox --config-file "$(realpath "$(dirname "$0")")/openbox.xml" >/dev/null 2>&1 &
     window_manager=$!
     until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; do
       kill -0 "$window_manager" || exit 1

@@ -22,5 +22,5 @@ trap 'wineserver --kill || true; rm -rf "$WINEPREFIX"' EXIT
 wineboot --init >/dev/null 2>&1
 ctest --preset windows
 
-PYTHONDONTWRITEBYTECODE=1 tools/virtual_screen.sh \
+PYTHONPATH=tools PYTHONDONTWRITEBYTECODE=1 tools/virtual_screen.sh \
   tests/windows/windows_program_test.py build/windows build/release/simulator/zendor-pod-simulator

@@ -5,6 +5,7 @@ clicked with the mouse and read through its windows.
 Usage: windows_program_test.py BUILD_FOLDER ZENDOR_POD_SIMULATOR
 """
 
+import functools
 import os
 import pathlib
 import re
@@ -17,19 +18,20 @@ import tty
 import unittest
 import zipfile
 
+from screen import wait_for, xdotool
+from simulated_pod import BUILD_CODE, POLL, SERIAL, SimulatedPod
 from windows_machine import BUTTON, COLORS, DESKTOP, HEADING, METRICS
-from windows_machine import Reader, User, Windows, wait_for, xdotool
+from windows_machine import Reader, User, Windows
 
 BUILD = pathlib.Path(sys.argv[1])
-SIMULATOR = sys.argv[2]
+Pod = functools.partial(SimulatedPod, sys.argv[2])
 PROGRAM = BUILD / "platform/win32/ZendorSerialExtractor.exe"
-READER = BUILD / "tests/windows/window_reader.exe"
+READER = BUILD / "tools/window_reader.exe"
 LINE_TEST = BUILD / "tests/windows/win32_line_test.exe"
 SOURCES = pathlib.Path(__file__).resolve().parents[2]
 
 CAPTION = "Zendor Serial Number Extractor V1.0.1"
 OPTIONS = [f"Serial Port {number}" for number in range(1, 5)]
-POLL, BUILD_CODE, SERIAL = "80 0 1 254 177", "80 0 1 192 239", "80 0 1 242 189"
 
 # Left, top, width and height in twips, by caption.
 PLACES = {
@@ -51,32 +53,6 @@ SYSTEM_LIBRARIES = {
 
 def output_of(*command):
     return subprocess.run(command, check=True, capture_output=True, text=True).stdout
-
-
-class Pod:
-    """A simulated pod on a pseudo-terminal of its own."""
-
-    def __init__(self, *options):
-        self.process = subprocess.Popen(
-            [SIMULATOR, "--trace", *options],
-            stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
-        )
-        self.device = self.process.stdout.readline().strip()
-
-    def __enter__(self):
-        return self
-
-    def __exit__(self, *_):
-        self.process.kill()
-        self.process.wait()
-        self.process.stdout.close()
-        self.process.stderr.close()
-
-    def requests(self):
-        """The frames that the host has sent; ends the pod."""
-        self.process.terminate()
-        lines = self.process.stderr.read().splitlines()
-        return [line.removeprefix("host: ") for line in lines if line.startswith("host: ")]
 
 
 class Picture:

@@ -7,7 +7,8 @@ import pathlib
 import shutil
 import subprocess
 import tempfile
-import time
+
+from screen import wait_for, xdotool
 
 HEADING = "Your Zendor Serial Number is:"
 BUTTON = "Get Serial Number"
@@ -19,18 +20,6 @@ COLORS = r"HKCU\Control Panel\Colors"
 
 # The services of Wine outlive the program that started them and would hold its streams open.
 SILENT = {name: subprocess.DEVNULL for name in ("stdin", "stdout", "stderr")}
-
-
-def wait_for(look, what, seconds=20.0):
-    """What look() finds, as soon as it is not None; an error that names it when it never is."""
-    deadline = time.monotonic() + seconds
-    while True:
-        found = look()
-        if found is not None:
-            return found
-        if time.monotonic() > deadline:
-            raise TimeoutError(f"{what} did not come within {seconds} s")
-        time.sleep(0.02)
 
 
 class Windows:
@@ -98,7 +87,12 @@ class Reader:
     def ask(self, question):
         self.process.stdin.write(question + "\n")
         self.process.stdin.flush()
-        return [line.rstrip("\n") for line in iter(self.process.stdout.readline, "\n") if line]
+        lines = []
+        for line in self.process.stdout:
+            if line == "\n":
+                return lines
+            lines.append(line.rstrip("\n"))
+        raise EOFError("The reader of the windows has ended")
 
     def clipboard(self):
         return "\n".join(self.ask("clipboard"))
@@ -123,10 +117,6 @@ class Reader:
         return None
 
 
-def xdotool(*arguments):
-    subprocess.run(["xdotool", *map(str, arguments)], check=True, stdout=subprocess.DEVNULL)
-
-
 def click_row(row):
     xdotool("mousemove", (row.left + row.right) // 2, (row.top + row.bottom) // 2, "click", 1)
 
@@ -148,6 +138,7 @@ class User:
         self.reader = reader
         self.process = windows.start(program)
         wait_for(lambda: self.focused(), "The keyboard focus")
+        wait_for(self.has_keyboard, "The keyboard of the screen")
 
     def __enter__(self):
         return self
@@ -177,6 +168,12 @@ class User:
             if "focused" in row.state:
                 return row.text
         return None
+
+    def has_keyboard(self):
+        """Windows gives the focus within the window; the window manager gives it the keys."""
+        command = ["xdotool", "getwindowfocus", "getwindowname"]
+        name = subprocess.run(command, capture_output=True, text=True).stdout.strip()
+        return True if name == self.rows()[0].text else None
 
     def is_enabled(self, text):
         return "enabled" in self.find(text).state

@@ -1,0 +1,20 @@
+"""What every user of a program needs: patience, and the screen's own mouse and keyboard."""
+
+import subprocess
+import time
+
+
+def wait_for(look, what, seconds=20.0):
+    """What look() finds, as soon as it is not None; an error that names it when it never is."""
+    deadline = time.monotonic() + seconds
+    while True:
+        found = look()
+        if found is not None:
+            return found
+        if time.monotonic() > deadline:
+            raise TimeoutError(f"{what} did not come within {seconds} s")
+        time.sleep(0.01)
+
+
+def xdotool(*arguments):
+    subprocess.run(["xdotool", *map(str, arguments)], check=True, stdout=subprocess.DEVNULL)
