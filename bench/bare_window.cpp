@@ -1,12 +1,16 @@
-// The least that a program with a word in its window can be on this toolkit: what start-up and
-// memory are held against.
+// A bare window of the program's size: no controls, no menu, only a word in each of the two faces
+// that the program shows. Start-up and memory are held against it.
 #include <QApplication>
 #include <QLabel>
 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
-  QLabel window("Bare window");
-  window.resize(377, 220);  // as large as the program's
+  QWidget window;
+  window.resize(377, 220);
+  const QLabel plain("Bare", &window);
+  QLabel bold("window", &window);
+  bold.setFont(QFont("Arial", 24, QFont::Bold));
+  bold.move(0, 100);
   window.show();
   return QApplication::exec();
 }

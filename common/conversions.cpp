@@ -76,19 +76,18 @@ std::string Tool_PadText(bool padLeft, std::string_view text, std::size_t width,
 double Tool_TextToNumber(std::string_view text) {
   double value = 0;
   bool negative = false;
-  int fractionDigits = -1;  // -1 until the decimal point
+  double scale = 0;  // of the digits after the decimal point; 0 until there is one
   for (const char c : text) {
     if (c >= '0' && c <= '9') {
       const int digit = c - '0';
-      value = fractionDigits >= 0 ? value + digit / std::pow(10.0, ++fractionDigits)
-                                  : value * 10 + digit;
+      value = scale > 0 ? value + digit / (scale *= 10) : value * 10 + digit;
     } else if (c == ' ' || c == '$' || c == '#') {
       if (value > 0) break;
     } else if (c == '+' || c == '-') {
       negative = c == '-';
     } else if (c == '.') {
-      if (fractionDigits >= 0) break;
-      fractionDigits = 0;
+      if (scale > 0) break;
+      scale = 1;
     } else if (c != ',') {
       break;
     }

@@ -64,7 +64,6 @@ QtForm::QtForm(const FormDescription& description) : window_([this] { events_->F
 }
 
 void QtForm::layOutWindow() {
-  menuBar_.setNativeMenuBar(false);
   layout_.setContentsMargins(0, 0, 0, 0);
   layout_.setSizeConstraint(QLayout::SetFixedSize);
   layout_.setMenuBar(&menuBar_);

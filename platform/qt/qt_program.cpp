@@ -17,6 +17,8 @@ constexpr Version kVersion{ZENDOR_VERSION_MAJOR, ZENDOR_VERSION_MINOR, ZENDOR_VE
 }  // namespace
 
 int runProgram(int argc, char** argv, SerialPort& MSComm1, PortTips::Words words) {
+  // The menu belongs into the window; asking the desktop for another place takes a while.
+  QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
   const QApplication application(argc, argv);
   QApplication::setDesktopFileName("zendor-serial-extractor");
   const SteadyClock clock;

@@ -16,7 +16,7 @@ struct PixelRect {
 
 // Pixels at the given density, rounded to the nearest one.
 inline int pixelsFromTwips(int twips, double dotsPerInch) {
-  return static_cast<int>(std::lround(twips * dotsPerInch / 1440.0));
+  return static_cast<int>(std::round(twips * dotsPerInch / 1440.0));
 }
 
 // Edges are rounded, not widths: controls that touch in twips touch in pixels.
