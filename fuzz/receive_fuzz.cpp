@@ -1,5 +1,5 @@
 // Any bytes in any pieces through receive poll, reply check and reply text. The input is a request
-// length, then pieces: a length byte and that many bytes each.
+// length, then pieces: a length byte and that many bytes each, or 255 and all that is left.
 #include <algorithm>
 #include <array>
 #include <numeric>
@@ -94,7 +94,7 @@ void receive(Bytes input) {
   bool complete = false;
   while (!complete && !input.empty()) {
     const Bytes length = take(input, 1);
-    line.piece = take(input, length[0]);
+    line.piece = take(input, length[0] == 255 ? input.size() : length[0]);
     const std::size_t expected = std::min<std::size_t>(1024, stores.RxCount + line.piece.size());
     complete = LL_DRAVO_PollReceive(line, stores.RxBuffer, stores.TxLength, stores.RxCount);
     require(stores.RxCount == expected);
