@@ -6,5 +6,5 @@ cd "$(dirname "$0")"
 
 install_missing "${build_packages[@]}" libbenchmark-dev
 cmake --preset bench >/dev/null
-cmake --build --preset bench --target soak
+cmake --build --preset bench
 build/bench/bench/soak "${1:-2000}"

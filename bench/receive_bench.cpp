@@ -1,8 +1,8 @@
 // The receive path, poll and reply check, for replies of different lengths that come byte by byte.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <numeric>
-#include <utility>
 #include <vector>
 
 #include "protocol/checksum.h"

@@ -5,9 +5,11 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <memory>
 #include <random>
-#include <stdexcept>
 #include <string>
+#include <thread>
+#include <utility>
 
 #include "app/frm_startup.h"
 #include "platform/posix/posix_serial_port.h"
@@ -76,24 +78,41 @@ Strike randomStrike(std::mt19937& random) {
           header == 254 ? "You Must Attach The Zendor!" : "You Zendor maybe Faulty"};
 }
 
-std::string request(const Strike& strike) {
-  zendor::simulator::LineOptions options;
-  options.isPaced = false;
-  options.faults = zendor::simulator::FaultPlan({strike.rule});
-  zendor::simulator::SimulatedLine line(std::move(options));
-  zendor::PosixSerialPort port([&](int) { return std::optional(line.device()); });
-  SoakDesktop desktop;
-  SoakForm form(desktop.shown);
-  const zendor::SteadyClock clock;
-  zendor::frmStartup window(form, port, desktop, clock, {}, {});
-  window.Form_Load();
-  try {
-    window.Control_Click({"cmdAccept"});
-    if (port.isOpen()) return "the port is still open";
-  } catch (const ProgramEnded&) {
+// The program from its start to its end, on whatever line the device is at the moment.
+struct Program {
+  explicit Program(const std::string& device)
+      : port([&device](int) { return std::optional(device); }) {
+    window.Form_Load();
   }
-  return desktop.shown;
-}
+
+  zendor::PosixSerialPort port;
+  SoakDesktop desktop;
+  SoakForm form{desktop.shown};
+  zendor::SteadyClock clock;
+  zendor::frmStartup window{form, port, desktop, clock, {}, {}};
+};
+
+class Soak {
+ public:
+  std::string request(const Strike& strike) {
+    zendor::simulator::LineOptions options;
+    options.isPaced = false;
+    options.faults = zendor::simulator::FaultPlan({strike.rule});
+    const zendor::simulator::SimulatedLine line(std::move(options));
+    device_ = line.device();
+    if (!program_) program_ = std::make_unique<Program>(device_);
+    try {
+      program_->window.Control_Click({"cmdAccept"});
+    } catch (const ProgramEnded&) {
+      return std::exchange(program_, nullptr)->desktop.shown;
+    }
+    return program_->port.isOpen() ? "the port is still open" : program_->desktop.shown;
+  }
+
+ private:
+  std::string device_;
+  std::unique_ptr<Program> program_;
+};
 
 std::ptrdiff_t openDescriptors() {
   return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
@@ -111,12 +130,13 @@ long residentPages() {
 int main(int argc, char** argv) {
   const int count = argc > 1 ? std::atoi(argv[1]) : 2000;
   std::mt19937 random(20260101);  // the same requests in every run
+  Soak soak;
   std::map<std::string, int> outcomes;
   int wrong = 0;
   const auto run = [&](int requests) {
     for (; requests > 0; --requests) {
       const Strike strike = randomStrike(random);
-      const std::string outcome = request(strike);
+      const std::string outcome = soak.request(strike);
       ++outcomes[outcome];
       if (outcome != strike.outcome) ++wrong;
     }

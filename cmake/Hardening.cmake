@@ -1,4 +1,4 @@
-# The hardening that distributions build with. It costs nothing that a person could notice here.
+# The hardening that distributions build with.
 include(CheckPIESupported)
 check_pie_supported()
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)

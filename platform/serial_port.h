@@ -59,7 +59,8 @@ class SerialPort {
   // Bytes written that have not left for the line yet.
   virtual std::size_t bytesToSend() = 0;
 
-  // Hands over all bytes in one write and does not wait until they have left. Throws PortError.
+  // Hands over all bytes in one write and waits no longer than the machine's driver takes to accept
+  // them. Throws PortError.
   virtual void write(std::span<const std::uint8_t> bytes) = 0;
 };
 

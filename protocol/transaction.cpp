@@ -1,7 +1,6 @@
 #include "protocol/transaction.h"
 
 #include <algorithm>
-#include <optional>
 #include <span>
 #include <utility>
 

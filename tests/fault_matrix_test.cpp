@@ -1,5 +1,5 @@
-// Every fault of the simulated pod on every command of a request, once and always, on a clock that
-// is turned by hand: the pod and its line are the simulator's own, only time is not.
+// Every fault of the simulated pod on every command of a request, once, twice and always, on a
+// clock that is turned by hand: the pod and its line are the simulator's own, only time is not.
 #include <gtest/gtest.h>
 
 #include "app/frm_startup.h"
@@ -52,13 +52,14 @@ Outcome request(const simulator::FaultRule& rule) {
 
 enum class Harm { None, OneAttempt, BothAttempts, EveryAttempt };
 
-Harm harmOf(Fault fault, bool always) {
+// times: how often the fault strikes; none: always.
+Harm harmOf(Fault fault, std::optional<unsigned> times) {
   if (fault == Fault::kNone || fault == Fault::kByteByByte) return Harm::None;
   // It comes within the second attempt, which takes it for its answer, as it may.
   if (fault == Fault::kLateReply) return Harm::OneAttempt;
-  if (always) return Harm::EveryAttempt;
+  if (!times) return Harm::EveryAttempt;
   // The rest of the longer reply comes within the second attempt.
-  return fault == Fault::kGarbageBefore ? Harm::BothAttempts : Harm::OneAttempt;
+  return *times == 2 || fault == Fault::kGarbageBefore ? Harm::BothAttempts : Harm::OneAttempt;
 }
 
 Outcome expected(Harm harm, std::uint8_t header) {
@@ -90,14 +91,13 @@ std::ostream& operator<<(std::ostream& stream, const Outcome& outcome) {
                 << (outcome.hasEnded ? ", ended" : "") << (outcome.isOpen ? ", open" : "");
 }
 
-TEST(FaultMatrix, EveryFaultOnEveryCommandOnceAndAlwaysHasItsOutcome) {
+TEST(FaultMatrix, EveryFaultOnEveryCommandOnceTwiceAndAlwaysHasItsOutcome) {
   for (const auto& entry : simulator::faultCatalogue()) {
     for (const std::uint8_t header : Bytes{254, 192, 242}) {
-      for (const bool always : {false, true}) {
-        const auto times = always ? std::nullopt : std::optional(1U);
+      for (const std::optional<unsigned> times : {std::optional(1U), std::optional(2U), {}}) {
         EXPECT_EQ(request({entry.fault, header, times}),
-                  expected(harmOf(entry.fault, always), header))
-            << entry.name << (always ? " always on " : " once on ") << int{header};
+                  expected(harmOf(entry.fault, times), header))
+            << entry.name << " on " << int{header} << ", times " << times.value_or(0);
       }
     }
   }

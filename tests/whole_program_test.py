@@ -9,6 +9,7 @@ import fcntl
 import functools
 import os
 import sys
+import tempfile
 import time
 import unittest
 
@@ -238,19 +239,25 @@ class WholeProgram(unittest.TestCase):
                         self.assertTrue(box.text.startswith("Unhandled Error number 5\n"), box.text)
                         self.assertTrue(box.text.endswith("\nOccured in LL_Serial_SendMessage"))
                         user.answer(box)
-                    self.assert_box(user.box(), outcome)
+                    box = user.box()
+                    self.assert_box(box, outcome)
+                    user.answer_last(box)
+                    if outcome == FAULTY:
+                        self.assertEqual(user.wait_for_end(), 0)
+                    else:
+                        user.wait_until_enabled(BUTTON)
 
-    def test_a_line_torn_out_behind_a_message_is_absent_at_the_next_click(self):
-        with Pod("--no-pod") as pod, User([WINDOW, pod.device]) as user:
-            user.click(BUTTON)
-            box = user.box()
-            pod.process.kill()
-            pod.process.wait()
+    def test_a_line_torn_out_behind_a_message_opens_again_once_it_is_back(self):
+        with tempfile.TemporaryDirectory() as folder, User([WINDOW, f"{folder}/tty"]) as user:
+            with Pod("--no-pod", "--link", f"{folder}/tty"):
+                user.click(BUTTON)
+                box = user.box()
             user.answer(box)
             user.wait_until_enabled(BUTTON)
             self.assertEqual(open_terminals(user), [])
-            user.click(BUTTON)
-            self.assert_refused(user, f"There is no serial port {pod.device} ")
+            with Pod("--link", f"{folder}/tty"):
+                user.click(BUTTON)
+                self.assertEqual(user.wait_for_result(), "C-1234567")
 
 
 if __name__ == "__main__":

@@ -64,6 +64,14 @@ TEST(Density, ScalesEveryControlAndTheClientAreaBelowTheMenuBar) {
     EXPECT_NEAR(drawn.x(), control.rect.left * scale, 1) << control.caption;
     EXPECT_NEAR(drawn.y(), control.rect.top * scale, 1) << control.caption;
     EXPECT_NEAR(drawn.height(), control.rect.height * scale, 1.5) << control.caption;
+    EXPECT_GE(drawn.width(), control.rect.width * scale - 1.5) << control.caption;
+    if (!control.font) continue;
+    EXPECT_NEAR(drawn.width(), control.rect.width * scale, 1.5) << control.caption;
+    const QFont font =
+        shown.client.findChild<QWidget*>(QString::fromUtf8(control.id.name.data()))->font();
+    EXPECT_EQ(font.family(), "Arial");
+    EXPECT_EQ(font.pointSizeF(), control.font->points) << control.caption;
+    EXPECT_TRUE(font.bold());
   }
 }
 
@@ -125,6 +133,8 @@ TEST(Window, ShowsAReadableResultInEveryTheme) {
       best = std::max(best, contrast(pixel, rgb(background)));
     }
     EXPECT_GE(best, 4.4) << name;  // strokes lose a little to smoothing
+    const QColor active = shown.result.palette().color(QPalette::Active, QPalette::WindowText);
+    EXPECT_GE(contrast(rgb(active), rgb(background)), 4.5) << name;
     const QColor inactive = shown.result.palette().color(QPalette::Inactive, QPalette::WindowText);
     EXPECT_GE(contrast(rgb(inactive), rgb(backgroundWhenInactive)), 4.5) << name;
   }

@@ -14,6 +14,7 @@ case "${VIRTUAL_SCREEN_STAGE:-screen}" in
     ;;
   command)
     unset VIRTUAL_SCREEN_STAGE
+    command -v xprop >/dev/null || exit 1
     openbox --config-file "$(realpath "$(dirname "$0")")/openbox.xml" >/dev/null 2>&1 &
     window_manager=$!
     until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; do

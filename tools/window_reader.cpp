@@ -5,7 +5,6 @@
 // copied text instead.
 #include <windows.h>
 
-#include <cstdio>
 #include <iostream>
 #include <string>
 

@@ -12,7 +12,6 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <fstream>
 #include <system_error>
 #include <utility>

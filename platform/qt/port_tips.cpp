@@ -8,18 +8,21 @@ namespace zendor {
 namespace {
 
 constexpr const char* kDeviceFolder = "/dev";
+constexpr std::chrono::milliseconds kSecondLook{300};
 
 }  // namespace
 
 PortTips::PortTips(const QWidget& window, Words words)
     : choices_(window.findChildren<QRadioButton*>()), words_(std::move(words)) {
   for (auto* choice : choices_) choice->installEventFilter(this);
+  // A device goes from its folder before the machine has forgotten the port: a second look is due.
   connect(&devices_, &QFileSystemWatcher::directoryChanged, this, &PortTips::refresh);
+  connect(&devices_, &QFileSystemWatcher::directoryChanged, [this] { later_.start(kSecondLook); });
   devices_.addPath(kDeviceFolder);
   // Asking the machine takes longer than showing the window, which need not wait for it.
-  connect(&firstLook_, &QTimer::timeout, this, &PortTips::refresh);
-  firstLook_.setSingleShot(true);
-  firstLook_.start();
+  connect(&later_, &QTimer::timeout, this, &PortTips::refresh);
+  later_.setSingleShot(true);
+  later_.start();
 }
 
 // Where the folder cannot be watched, the tooltip is right all the same.

@@ -5,6 +5,7 @@
 #include <QFileSystemWatcher>
 #include <QRadioButton>
 #include <QTimer>
+#include <chrono>
 #include <functional>
 #include <string>
 
@@ -27,7 +28,7 @@ class PortTips final : public QObject {
   QList<QRadioButton*> choices_;
   Words words_;
   QFileSystemWatcher devices_;
-  QTimer firstLook_;
+  QTimer later_;
 };
 
 }  // namespace zendor

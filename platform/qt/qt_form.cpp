@@ -2,11 +2,9 @@
 
 #include <QAbstractButton>
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QIcon>
 #include <QMenu>
 #include <QPixmap>
-#include <QPushButton>
 #include <QScreen>
 #include <QStyle>
 #include <algorithm>

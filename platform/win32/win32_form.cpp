@@ -165,8 +165,9 @@ void Win32Form::dispatch(MSG& message) {
 // As in a message box, the copy key takes the whole value wherever the keyboard is; in the box of
 // the value itself it takes what the user has selected there.
 bool Win32Form::copiesValue(const MSG& message) const {
+  if (!isCopyKey(message)) return false;
   const HWND box = FindWindowExW(window_, nullptr, WC_EDITW, nullptr);
-  if (!isCopyKey(message) || message.hwnd == box) return false;
+  if (message.hwnd == box) return false;
   SendMessageW(box, EM_SETSEL, 0, -1);
   SendMessageW(box, WM_COPY, 0, 0);
   return true;

@@ -44,7 +44,7 @@ PLACES = {
     BUTTON: (120, 2400, 5292, 492),
 }
 
-# Everything that Windows 10 has had from its first day.
+# Files that every Windows 10 has.
 SYSTEM_LIBRARIES = {
     "comctl32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "user32.dll", "advapi32.dll",
     "shell32.dll",
