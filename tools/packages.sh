@@ -6,6 +6,7 @@ build_packages=(cmake g++ ninja-build qt6-base-dev libcli11-dev fonts-liberation
 # A virtual screen, a window manager, and a user's hands and eyes.
 screen_packages=(
   xvfb xauth openbox xdotool xclip x11-utils imagemagick dbus at-spi2-core python3 python3-pyatspi
+  fonts-dejavu-core
 )
 
 test_packages=("${screen_packages[@]}" libgtest-dev)
