@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "common/byte_text.h"
 #include "common/error_reports.h"
 #include "platform/clock.h"
 #include "platform/desktop.h"
