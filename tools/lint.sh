@@ -1,14 +1,31 @@
 #!/usr/bin/env bash
-# clang-format over every source, clang-tidy over every source that this machine can compile.
+# clang-format over every source; clang-tidy over every source too, those of Windows as the cross
+# compiler would see them.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . tools/packages.sh
 
-install_missing "${build_packages[@]}" "${test_packages[@]}" libbenchmark-dev git \
-  clang-format clang-tidy
+install_missing "${build_packages[@]}" "${test_packages[@]}" "${windows_packages[@]}" \
+  libbenchmark-dev git clang-format clang-tidy
 git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
-# GCC's own warning options are of no interest to clang.
+
+# Lints the sources named on its standard input, as the given build folder compiles them. GCC's own
+# warning options are of no interest to clang.
+tidy() {
+  xargs -P "$(nproc)" -n 4 \
+    clang-tidy --quiet --extra-arg=-Wno-unknown-warning-option -p "$1" "${@:2}"
+}
+
+is_windows=(-e windows/ -e win32/ -e window_reader)
 cmake --preset dev -B build/lint -DZENDOR_BENCH=ON -DZENDOR_FUZZ=ON >/dev/null
-git ls-files '*.cpp' | grep -v -e windows/ -e win32/ -e window_reader |
-  xargs -P "$(nproc)" -n 4 clang-tidy --quiet --extra-arg=-Wno-unknown-warning-option -p build/lint
+git ls-files '*.cpp' | grep -v "${is_windows[@]}" | tidy build/lint
+
+# The cross compiler's C++ library and Windows headers, behind clang's own intrinsics.
+target=x86_64-w64-mingw32
+as_windows=(--extra-arg=--target=$target --extra-arg=-idirafter/usr/$target/include)
+while read -r folder; do
+  as_windows+=("--extra-arg=-isystem$folder")
+done < <($target-g++-posix -xc++ -E -v /dev/null 2>&1 | grep '^ /.*/c++')
+cmake --preset windows -B build/lint-windows >/dev/null
+git ls-files '*.cpp' | grep "${is_windows[@]}" | tidy build/lint-windows "${as_windows[@]}"
 echo 'Format and static analysis have nothing to say.'

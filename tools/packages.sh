@@ -11,6 +11,9 @@ screen_packages=(
 
 test_packages=("${screen_packages[@]}" libgtest-dev)
 
+# What builds the Windows program and its tests.
+windows_packages=(g++-mingw-w64-x86-64-posix googletest)
+
 # What makes the Debian package and what distributions read packages with.
 deb_packages=(dpkg-dev file lintian desktop-file-utils appstream)
 

@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "$0")/../.."
 . tools/packages.sh
 
-install_missing "${build_packages[@]}" g++-mingw-w64-x86-64-posix googletest wine wine64 \
+install_missing "${build_packages[@]}" "${windows_packages[@]}" wine wine64 \
   xvfb xauth openbox xdotool x11-utils imagemagick dbus python3
 
 cmake --preset windows
