@@ -127,7 +127,10 @@ class Box:
     def __init__(self, rows):
         self.rows = rows
         self.title = rows[0].text
-        self.text = "\n".join(row.text for row in rows if row.kind == "Static" and row.text)
+        labels = [row for row in rows if row.kind == "Static"]
+        self.text = "\n".join(row.text for row in labels if row.text)
+        top = min(row.top for row in labels)
+        self.inside = (rows[0].left, top, rows[0].right, rows[0].bottom)  # without the title bar
         self.buttons = [row.text.replace("&", "") for row in rows if row.kind == "Button"]
 
 

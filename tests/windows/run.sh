@@ -22,5 +22,7 @@ trap 'wineserver --kill || true; rm -rf "$WINEPREFIX"' EXIT
 wineboot --init >/dev/null 2>&1
 ctest --preset windows
 
-PYTHONPATH=tools PYTHONDONTWRITEBYTECODE=1 tools/virtual_screen.sh \
-  tests/windows/windows_program_test.py build/windows build/release/simulator/zendor-pod-simulator
+for test in program_file line request appearance; do
+  PYTHONPATH=tools PYTHONDONTWRITEBYTECODE=1 tools/virtual_screen.sh \
+    tests/windows/${test}_test.py build/windows build/release/simulator/zendor-pod-simulator
+done

@@ -1,0 +1,48 @@
+#!/usr/bin/python3
+"""The line of the Windows program on a pseudo-terminal behind COM1.
+
+Usage: line_test.py BUILD_FOLDER ZENDOR_POD_SIMULATOR
+"""
+
+import os
+import subprocess
+import sys
+import termios
+import threading
+import tty
+import unittest
+
+from on_windows import BUILD, OnWindows
+
+LINE_TEST = BUILD / "tests/windows/win32_line_test.exe"
+
+
+class Line(OnWindows):
+    def test_carries_bytes_as_they_are_at_9600_8n1_without_flow_control(self):
+        near, far = os.openpty()
+        tty.setraw(far)
+        wrong = termios.tcgetattr(far)
+        wrong[0] |= termios.IXON | termios.IXOFF
+        wrong[2] |= termios.CSTOPB | termios.CRTSCTS
+        wrong[4] = wrong[5] = termios.B1200
+        termios.tcsetattr(far, termios.TCSANOW, wrong)
+        self.windows.attach(com1=os.ttyname(far))
+
+        def send_back():
+            while received := os.read(near, 1024):
+                os.write(near, received)
+
+        threading.Thread(target=send_back, daemon=True).start()
+        test = self.windows.start(LINE_TEST, stdout=subprocess.PIPE, text=True)
+        with test.stdout:
+            report = test.stdout.read()
+        self.assertEqual(test.wait(), 0, report)
+        self.assertIn("PASSED", report)
+        input_flags, _, line_flags, _, input_speed, output_speed, _ = termios.tcgetattr(far)
+        self.assertEqual(input_flags & (termios.IXON | termios.IXOFF), 0)
+        self.assertEqual(line_flags & (termios.CSTOPB | termios.CRTSCTS), 0)
+        self.assertEqual((input_speed, output_speed), (termios.B9600, termios.B9600))
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1], verbosity=2)

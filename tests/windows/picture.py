@@ -1,0 +1,58 @@
+"""What the screen shows, and how well colours can be told apart."""
+
+import re
+import subprocess
+
+from screen import wait_for
+
+
+class Picture:
+    """A part of the screen as rows of (red, green, blue)."""
+
+    def __init__(self, left, top, right, bottom):
+        area = f"{right - left}x{bottom - top}+{left}+{top}"
+        data = subprocess.run(
+            ["import", "-window", "root", "-crop", area, "-depth", "8", "ppm:-"],
+            check=True, capture_output=True,
+        ).stdout
+        size = re.match(rb"P6\s(\d+)\s(\d+)\s255\s", data)
+        width, pixels = int(size[1]), data[size.end():]
+        points = [tuple(pixels[i:i + 3]) for i in range(0, len(pixels), 3)]
+        self.rows = [points[i:i + width] for i in range(0, len(points), width)]
+
+    def edges(self):
+        """The sets of colours along the left, top, right and bottom edge."""
+        left, right = ({row[side] for row in self.rows} for side in (0, -1))
+        return left, set(self.rows[0]), right, set(self.rows[-1])
+
+    def colors(self):
+        return {point for row in self.rows for point in row}
+
+    def sign(self):
+        """The colour of a stop or warning sign, "red" or "yellow"; None where there is none."""
+        red, green, blue = max(self.colors(), key=lambda color: color[0] - color[2])
+        if red - blue < 128:
+            return None
+        return "yellow" if green > red / 3 else "red"
+
+
+def finished_picture(place, what):
+    """What a place shows as soon as something is painted there and nothing is added any more."""
+
+    def look():
+        first, second = Picture(*place), Picture(*place)
+        return second if first.rows == second.rows and len(second.colors()) > 1 else None
+
+    return wait_for(look, what)
+
+
+def luminance(color):
+    linear = [
+        c / 12.92 if c <= 0.03928 else ((c + 0.055) / 1.055) ** 2.4 for c in (v / 255 for v in color)
+    ]
+    return 0.2126 * linear[0] + 0.7152 * linear[1] + 0.0722 * linear[2]
+
+
+def contrast(one, other):
+    darker, lighter = sorted((luminance(one), luminance(other)))
+    return (lighter + 0.05) / (darker + 0.05)

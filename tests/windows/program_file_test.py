@@ -1,0 +1,61 @@
+#!/usr/bin/python3
+"""The file of the Windows program and the archive that it is carried away in.
+
+Usage: program_file_test.py BUILD_FOLDER ZENDOR_POD_SIMULATOR
+"""
+
+import pathlib
+import re
+import subprocess
+import sys
+import unittest
+import zipfile
+
+from on_windows import BUILD, PROGRAM, VERSION, output_of
+
+SOURCES = pathlib.Path(__file__).resolve().parents[2]
+
+# Files that every Windows 10 has.
+SYSTEM_LIBRARIES = {
+    "comctl32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "user32.dll", "advapi32.dll",
+    "shell32.dll",
+}
+
+
+class ProgramFile(unittest.TestCase):
+    def test_needs_nothing_but_windows(self):
+        headers = output_of("x86_64-w64-mingw32-objdump", "-p", str(PROGRAM))
+        imported = {name.lower() for name in re.findall(r"DLL Name: (\S+)", headers)}
+        self.assertEqual(imported - SYSTEM_LIBRARIES, set())
+        self.assertIn("user32.dll", imported)
+
+    def test_is_small_stripped_and_hardened(self):
+        self.assertLess(PROGRAM.stat().st_size, 1_500_000)
+        headers = output_of("x86_64-w64-mingw32-objdump", "-p", str(PROGRAM))
+        for flag in ("HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT", "(Windows GUI)"):
+            self.assertIn(flag, headers)
+        self.assertIn(b"stack smashing detected", PROGRAM.read_bytes())
+        self.assertNotIn(".debug", output_of("x86_64-w64-mingw32-objdump", "-h", str(PROGRAM)))
+
+    def test_carries_the_icon_of_every_machine_in_16_colours(self):
+        icon = SOURCES / "platform/win32/zendor_serial_extractor.ico"
+        drawn = SOURCES / "platform/shared/icon/zendor_serial_extractor.xpm"
+        data = icon.read_bytes()
+        self.assertIn(data[22:], PROGRAM.read_bytes())
+        self.assertEqual((data[6], data[7], data[36]), (32, 32, 4))
+        command = ["compare", "-metric", "AE", str(drawn), str(icon), "null:"]
+        self.assertEqual(subprocess.run(command, capture_output=True).returncode, 0)
+
+    def test_tells_windows_its_version_and_that_it_scales_itself(self):
+        data = PROGRAM.read_bytes()
+        self.assertIn(f"FileVersion\0\0{VERSION}\0".encode("utf-16-le"), data)
+        self.assertIn(b">PerMonitorV2<", data)
+
+    def test_is_carried_away_with_a_few_words(self):
+        with zipfile.ZipFile(next(BUILD.glob("*.zip"))) as archive:
+            names = {pathlib.PurePath(name).name for name in archive.namelist()}
+        self.assertEqual(names, {PROGRAM.name, "README.txt"})
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1], verbosity=2)
