@@ -50,8 +50,10 @@ FormDescription frmStartup::description() {
       // clang-format off
       .controls = {
           {.id = Label2, .kind = Label, .caption = "Your Zendor Serial Number is:",
+           .description = "The serial number stands in the box below.",
            .rect = {240, 120, 5172, 372}, .tabIndex = 2, .font = heading, .centred = true},
           {.id = Label1, .kind = Label, .caption = "Label1",
+           .description = "The serial number that the last request has read.",
            .rect = {240, 720, 5172, 612}, .tabIndex = 1, .font = result, .centred = true,
            .singleBorder = true, .highlightTextBackground = true},
           {.id = optCommPort(0), .kind = OptionButton, .caption = "Serial Port 1",
@@ -63,6 +65,7 @@ FormDescription frmStartup::description() {
           {.id = optCommPort(3), .kind = OptionButton, .caption = "Serial Port 4",
            .rect = {3720, 1920, 1572, 372}, .tabIndex = 6},
           {.id = cmdAccept, .kind = PushButton, .caption = "Get Serial Number",
+           .description = "Asks the pod on the chosen serial port for its serial number.",
            .rect = {120, 2400, 5292, 492}, .tabIndex = 0, .font = heading},
       },
       // clang-format on

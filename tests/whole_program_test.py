@@ -135,13 +135,15 @@ class WholeProgram(unittest.TestCase):
                 ("menu item", "Serial Port", ""),
                 ("popup menu", "", ""),
                 ("separator", "", ""),
-                ("label", HEADING, ""),
-                ("label", HEADING, ""),  # the result, which its heading names while it is empty
+                ("label", HEADING, "The serial number stands in the box below."),
+                # The result, which its heading names while it is empty.
+                ("label", HEADING, "The serial number that the last request has read."),
                 ("radio button", "Serial Port 1", pod.device),
                 ("radio button", "Serial Port 2", nothing),
                 ("radio button", "Serial Port 3", nothing),
                 ("radio button", "Serial Port 4", nothing),
-                ("push button", BUTTON, ""),
+                ("push button", BUTTON,
+                 "Asks the pod on the chosen serial port for its serial number."),
             ])
 
             def request():

@@ -93,6 +93,7 @@ std::unique_ptr<QWidget> makeControl(const FormControl& control, QWidget& client
   const PixelRect rect = pixelsFromTwips(control.rect, dotsPerInch);
   widget->setGeometry(rect.left, rect.top, rect.width, rect.height);
   widget->setProperty("text", QString::fromStdString(control.caption));
+  widget->setAccessibleDescription(QString::fromStdString(control.description));
   if (control.font) widget->setFont(fontOf(*control.font));
   return widget;
 }
