@@ -1,7 +1,7 @@
 #include "platform/qt/result_box.h"
 
 #include <QClipboard>
-#include <QEvent>
+#include <QContextMenuEvent>
 #include <QGuiApplication>
 
 #include "platform/shared/readable_color.h"
@@ -33,12 +33,18 @@ ResultBox::ResultBox(QWidget* parent) : QLabel(parent), copy_("&Copy") {
   copy_.setShortcuts(QKeySequence::Copy);
   connect(&copy_, &QAction::triggered, this, &ResultBox::copyResult);
   addAction(&copy_);
-  setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void ResultBox::changeEvent(QEvent* event) {
   QLabel::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) keepReadable();
+}
+
+// Opens the menu and returns: a request that is running goes on.
+void ResultBox::contextMenuEvent(QContextMenuEvent* event) {
+  menu_ = std::make_unique<QMenu>();
+  menu_->addAction(&copy_);
+  menu_->popup(event->globalPos());
 }
 
 // A result is one word to its reader, letter and hyphen included.

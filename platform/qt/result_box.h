@@ -4,6 +4,8 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QMenu>
+#include <memory>
 
 namespace zendor {
 
@@ -13,6 +15,7 @@ class ResultBox final : public QLabel {
 
  protected:
   void changeEvent(QEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
 
  private:
@@ -20,6 +23,7 @@ class ResultBox final : public QLabel {
   void keepReadable();
 
   QAction copy_;
+  std::unique_ptr<QMenu> menu_;  // that was opened last
 };
 
 }  // namespace zendor
