@@ -7,7 +7,8 @@ Usage: tour.py ZENDOR_DEMO FOLDER_FOR_PICTURES
 
 import sys
 
-from user import BUTTON, User
+from layout import BUTTON
+from user import User
 
 
 def main(demo, folder):
@@ -17,9 +18,8 @@ def main(demo, folder):
             user.picture_of_window(f"{folder}/{moment}.png")
             print(f"{moment:<14}  {words}", flush=True)
 
-        show("start", "an empty result")
-        user.open_menu("Serial Port")
-        show("menu", "one separator")
+        show("start", user.result() or "an empty result")
+        show("menu", ", ".join(user.open_menu("Serial Port")))
         user.press("Escape", "Escape")
 
         user.click(BUTTON)

@@ -6,7 +6,8 @@ Usage: installed_program_test.py PROGRAM
 
 import sys
 
-from user import BUTTON, User
+from layout import BUTTON
+from user import User
 
 with User([sys.argv[1]]) as user:
     assert user.is_enabled(BUTTON)

@@ -22,6 +22,8 @@ class SerialTest : public ::testing::Test, protected testing::Machine {
 
   ErrorReports reports{desktop, {}};
   PortControl control{line, desktop, reports};
+  FrameStores stores;
+  MessageWrite messageWrite{line, stores, desktop, reports};
 };
 
 TEST(BaudRates, AreTheFourteenAccepted) {
@@ -82,18 +84,24 @@ TEST_F(SerialTest, ShutsDownPastAPortThatWillNotClose) {
 }
 
 TEST_F(SerialTest, WritesAfterTheQueueHasDrainedAndStaleInputIsGone) {
-  FrameStores stores;
   stores.TxBuffer = {0, 13, 255};
   stores.RxCount = 7;
   line.open();
   line.sending = {3, 1};
   desktop.onPass = [&] { line.waiting.push_back(9); };  // noise during the wait
-  MessageWrite(line, stores, desktop, reports).LL_Serial_SendMessage();
+  messageWrite.LL_Serial_SendMessage();
   EXPECT_EQ(clock.now, 2U);
   EXPECT_EQ(stores.RxCount, 0U);
   EXPECT_TRUE(line.waiting.empty());
   EXPECT_EQ(log, (Log{"open", "discard", "write"}));
   EXPECT_EQ(line.written, (std::vector<Bytes>{{0, 13, 255}}));
+}
+
+TEST_F(SerialTest, ReportsARefusedWriteAndReturns) {
+  line.open();
+  line.writeError = PortError{-5, "Gone."};
+  messageWrite.LL_Serial_SendMessage();
+  EXPECT_TRUE(log.back().ends_with("Gone.\r\nOccured in LL_Serial_SendMessage"));
 }
 
 TEST(Ticks, AreUnsigned) {

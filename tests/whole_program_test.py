@@ -8,13 +8,16 @@ Usage: whole_program_test.py WINDOW_ON_PORTS ZENDOR_POD_SIMULATOR
 import fcntl
 import functools
 import os
+import subprocess
 import sys
 import tempfile
 import time
 import unittest
 
+from layout import BUTTON, HEADING, HEIGHT, OPTIONS, PLACES, WIDTH
+from picture import finished_picture
 from simulated_pod import BUILD_CODE, POLL, SERIAL, WHOLE_REQUEST, SimulatedPod
-from user import BUTTON, HEADING, User
+from user import User, place_of
 
 WINDOW, SIMULATOR = sys.argv[1:3]
 
@@ -30,6 +33,10 @@ def open_terminals(user):
     return [name for name in opened if name.startswith("/dev/pts/")]
 
 
+def output_of(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+
+
 class WholeProgram(unittest.TestCase):
     def assert_box(self, box, expected):
         self.assertEqual((box.title, box.text), expected)
@@ -42,6 +49,58 @@ class WholeProgram(unittest.TestCase):
         self.assertTrue(box.text.endswith("\nPlease free the port or choose another"), box.text)
         user.answer_last(box)
         self.assertEqual(user.wait_for_end(), 0)
+
+    def test_opens_in_the_middle_of_the_screen_with_every_control_in_its_place(self):
+        with User([WINDOW]) as user:
+            window = place_of(user.window)
+            screen = map(int, output_of("xdotool", "getdisplaygeometry").split())
+            for low, high, size in zip(window[:2], window[2:], screen):
+                self.assertAlmostEqual(low + high, size, delta=30)  # the title bar lies above
+            menu_bar = place_of(user.controls()[0])
+            left, top = window[0], menu_bar[3]
+            self.assertAlmostEqual(window[2] - left, WIDTH / 15, delta=1)
+            self.assertAlmostEqual(window[3] - top, HEIGHT / 15, delta=1)
+            for caption, (x, y, width, height) in PLACES.items():
+                control = user.find(caption) if caption else user.result_box()
+                place = [left + x / 15, top + y / 15]
+                place += [place[0] + width / 15, place[1] + height / 15]
+                seen = place_of(control)
+                if caption in OPTIONS:  # what is seen of them is the circle and the caption
+                    place = [place[0], (place[1] + place[3]) / 2]
+                    seen = [seen[0], (seen[1] + seen[3]) / 2]
+                for edge, expected in zip(seen, place):
+                    self.assertAlmostEqual(edge, expected, delta=1, msg=caption)
+            icon = output_of("xprop", "-name", user.window.name, "_NET_WM_ICON")
+            self.assertIn("Icon (32 x 32)", icon)
+
+    def test_shows_heading_and_result_centred_and_the_result_in_a_box(self):
+        with Pod() as pod, User([WINDOW, pod.device]) as user:
+            user.press("space")
+            user.wait_for_result()
+            heading = finished_picture(place_of(user.find(HEADING)), "The heading")
+            box = finished_picture(place_of(user.result_box()), "The result")
+            self.assertEqual([len(colors) for colors in box.edges()], [1] * 4)
+            inside = box.without_edges()
+            self.assertFalse(inside.rows[0][0] in box.edges()[0], "There is no border")
+            for picture in (heading, inside):
+                left, right = picture.margins()
+                self.assertAlmostEqual(left, right, delta=3)
+                self.assertGreater(left, 20)
+
+    def test_waits_no_longer_while_a_menu_is_open(self):
+        def open_the_menu_of_the_result(user):
+            user.click_element(user.result_box(), button=3)
+
+        def open_the_menu_of_the_window(user):
+            user.click("Serial Port")
+
+        for open_menu in (open_the_menu_of_the_result, open_the_menu_of_the_window):
+            with self.subTest(open_menu.__name__):
+                with Pod("--no-pod") as pod, User([WINDOW, pod.device]) as user:
+                    user.press("space")
+                    user.wait_until_disabled(BUTTON)
+                    open_menu(user)
+                    self.assert_box(user.box(3), NO_POD)
 
     def test_shows_the_number_and_closes_the_port(self):
         rows = [
@@ -81,7 +140,7 @@ class WholeProgram(unittest.TestCase):
             box = user.box()
             self.assertGreater(time.monotonic() - start, 1.9)
             self.assert_box(box, NO_POD)
-            self.assertNotEqual(user.result(), "C-7")
+            self.assertEqual(user.result(), "")
             user.answer(box)
             user.wait_until_focused(BUTTON)
             user.click("Serial Port 1")

@@ -195,6 +195,7 @@ TEST(MessageBox, ShowsTheMessageLetterForLetterAndAnswersNoToEsc) {
       EXPECT_EQ(box.textFormat(), Qt::PlainText);
       EXPECT_EQ(box.windowTitle().toStdString(), title);
       EXPECT_EQ(box.icon(), expected);
+      EXPECT_EQ(box.parent(), &shown.window);
     });
     EXPECT_EQ(QtDesktop(shown.window).showMessage(message), answer) << message.title;
   }

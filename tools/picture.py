@@ -1,5 +1,6 @@
 """What the screen shows, and how well colours can be told apart."""
 
+import copy
 import re
 import subprocess
 
@@ -24,6 +25,17 @@ class Picture:
         """The sets of colours along the left, top, right and bottom edge."""
         left, right = ({row[side] for row in self.rows} for side in (0, -1))
         return left, set(self.rows[0]), right, set(self.rows[-1])
+
+    def without_edges(self):
+        inside = copy.copy(self)
+        inside.rows = [row[1:-1] for row in self.rows[1:-1]]
+        return inside
+
+    def margins(self):
+        """How many columns on the left and on the right show nothing but the background."""
+        background = self.rows[0][0]
+        columns = [any(row[x] != background for row in self.rows) for x in range(len(self.rows[0]))]
+        return columns.index(True), columns[::-1].index(True)
 
     def colors(self):
         return {point for row in self.rows for point in row}

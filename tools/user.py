@@ -8,10 +8,9 @@ import time
 import pyatspi
 from gi.repository import GLib
 
+from layout import HEADING
 from screen import wait_for, xdotool
 
-HEADING = "Your Zendor Serial Number is:"
-BUTTON = "Get Serial Number"
 WINDOW = "Zendor Serial Number Extractor V"
 
 
@@ -24,6 +23,12 @@ def descendants(element):
 
 def has_state(element, state):
     return element.getState().contains(state)
+
+
+def place_of(element):
+    """Left, top, right and bottom on the screen."""
+    box = element.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+    return box.x, box.y, box.x + box.width, box.y + box.height
 
 
 class Box:
@@ -75,10 +80,10 @@ class User:
     def click(self, name, where=None):
         self.click_element(self.find(name, where))
 
-    def click_element(self, element, times=1):
-        box = element.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
-        xdotool("mousemove", box.x + box.width // 2, box.y + box.height // 2)
-        xdotool("click", "--repeat", times, "--delay", 50, 1)
+    def click_element(self, element, times=1, button=1):
+        left, top, right, bottom = place_of(element)
+        xdotool("mousemove", (left + right) // 2, (top + bottom) // 2)
+        xdotool("click", "--repeat", times, "--delay", 50, button)
 
     def double_click(self, element):
         self.click_element(element, 2)
@@ -178,10 +183,11 @@ class User:
         return names
 
     def open_menu(self, name):
-        """Opens the menu and waits until its first entry shows."""
+        """Opens the menu, waits until its first entry shows, and tells the roles of its entries."""
         self.click(name)
-        entry = next(iter(descendants(next(iter(self.find(name))))))
-        wait_for(lambda: has_state(entry, pyatspi.STATE_SHOWING) or None, "The menu")
+        entries = list(next(iter(self.find(name))))
+        wait_for(lambda: has_state(entries[0], pyatspi.STATE_SHOWING) or None, "The menu")
+        return [entry.getRoleName() for entry in entries]
 
     def picture_of_window(self, path):
         """The window and what stands before it, without the empty screen around."""

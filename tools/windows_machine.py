@@ -8,10 +8,8 @@ import shutil
 import subprocess
 import tempfile
 
+from layout import BUTTON
 from screen import wait_for, xdotool
-
-HEADING = "Your Zendor Serial Number is:"
-BUTTON = "Get Serial Number"
 
 PORTS = r"HKLM\Software\Wine\Ports"
 DESKTOP = r"HKCU\Control Panel\Desktop"

@@ -7,21 +7,11 @@ Usage: appearance_test.py BUILD_FOLDER ZENDOR_POD_SIMULATOR
 import sys
 import unittest
 
-from on_windows import OPTIONS, OnWindows, Pod, output_of
+from layout import BUTTON, HEADING, OPTIONS, PLACES
+from on_windows import OnWindows, Pod, output_of
 from picture import Picture, contrast, finished_picture
 from screen import wait_for
-from windows_machine import BUTTON, COLORS, DESKTOP, HEADING, METRICS
-
-# Left, top, width and height in twips, by caption.
-PLACES = {
-    HEADING: (240, 120, 5172, 372),
-    "": (240, 720, 5172, 612),
-    OPTIONS[0]: (480, 1560, 1572, 372),
-    OPTIONS[1]: (480, 1920, 1572, 372),
-    OPTIONS[2]: (3720, 1560, 1572, 372),
-    OPTIONS[3]: (3720, 1920, 1572, 372),
-    BUTTON: (120, 2400, 5292, 492),
-}
+from windows_machine import COLORS, DESKTOP, METRICS
 
 
 class Appearance(OnWindows):

@@ -19,8 +19,6 @@ PROGRAM = BUILD / "platform/win32/ZendorSerialExtractor.exe"
 VERSION = re.search(r"CMAKE_PROJECT_VERSION:STATIC=(.+)", (BUILD / "CMakeCache.txt").read_text())[1]
 READER = BUILD / "tools/window_reader.exe"
 
-OPTIONS = [f"Serial Port {number}" for number in range(1, 5)]
-
 
 def output_of(*command):
     return subprocess.run(command, check=True, capture_output=True, text=True).stdout

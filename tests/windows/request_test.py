@@ -9,14 +9,13 @@ import sys
 import time
 import unittest
 
-from on_windows import OPTIONS, VERSION, OnWindows, Pod
+from layout import BUTTON, OPTIONS, PLACES
+from on_windows import VERSION, OnWindows, Pod
 from picture import finished_picture
 from screen import wait_for, xdotool
 from simulated_pod import BUILD_CODE, POLL, SERIAL
-from windows_machine import BUTTON
 
 CAPTION = f"Zendor Serial Number Extractor V{VERSION}"
-BUTTON_TOP = 160  # pixels below the menu bar at 96 dots per inch
 
 
 def icon_of(box):
@@ -47,7 +46,7 @@ class Request(OnWindows):
     def test_opens_a_menu_that_offers_nothing(self):
         with self.user() as user:
             button = user.find(BUTTON)
-            client_top = button.top - BUTTON_TOP
+            client_top = button.top - PLACES[BUTTON][1] // 15
             xdotool("mousemove", button.left + 20, client_top - 8, "click", 1)
             menu = wait_for(lambda: self.reader.window("#32768"), "The menu")[0]
             self.assertLess(menu.bottom - menu.top, 20)  # the height of a separator, not of a text

@@ -1,0 +1,19 @@
+"""The window as it is laid out: the texts of its controls, and where each stands."""
+
+HEADING = "Your Zendor Serial Number is:"
+BUTTON = "Get Serial Number"
+OPTIONS = [f"Serial Port {number}" for number in range(1, 5)]
+
+# The client area, in twips.
+WIDTH, HEIGHT = 5652, 2952
+
+# Left, top, width and height in twips, by caption; that of the result is empty at the start.
+PLACES = {
+    HEADING: (240, 120, 5172, 372),
+    "": (240, 720, 5172, 612),
+    OPTIONS[0]: (480, 1560, 1572, 372),
+    OPTIONS[1]: (480, 1920, 1572, 372),
+    OPTIONS[2]: (3720, 1560, 1572, 372),
+    OPTIONS[3]: (3720, 1920, 1572, 372),
+    BUTTON: (120, 2400, 5292, 492),
+}
