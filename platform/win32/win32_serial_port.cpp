@@ -23,8 +23,8 @@ std::string systemText(DWORD error) {
   return utf8.empty() ? "Error " + std::to_string(error) + "." : utf8;
 }
 
-// What a person can do where the system's text leaves that open.
-std::string advice(DWORD error, const std::string& name) {
+// What a person can do about a port that does not open, where the system's text leaves that open.
+std::string adviceOnOpen(DWORD error, const std::string& name) {
   switch (error) {
     case ERROR_FILE_NOT_FOUND:
       return " Plug in the adapter, or give it the number " + name + " in the Device Manager.";
@@ -37,6 +37,9 @@ std::string advice(DWORD error, const std::string& name) {
       return {};
   }
 }
+
+// Drivers differ in the error of a device that has been removed.
+constexpr const char* kAdviceOnWrite = " If its adapter has been pulled out, plug it in again.";
 
 // 8 data bits without parity, no flow control; DTR and RTS stay on, since interfaces are often fed
 // from them.
@@ -90,7 +93,7 @@ void Win32SerialPort::open() {
   constexpr DWORD kNotShared = 0;
   const HANDLE handle = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, kNotShared, nullptr,
                                     OPEN_EXISTING, 0, nullptr);
-  if (handle == INVALID_HANDLE_VALUE) fail(GetLastError());
+  if (handle == INVALID_HANDLE_VALUE) failToOpen(GetLastError());
   Device device(handle);
   configure(handle);
   device_ = std::move(device);
@@ -99,9 +102,9 @@ void Win32SerialPort::open() {
 void Win32SerialPort::configure(HANDLE device) const {
   DCB line = lineOf(baudRateOfSettings(configuration.settings, ERROR_INVALID_PARAMETER));
   SetupComm(device, kQueueSize, kQueueSize);  // a driver that refuses keeps its own queues
-  if (!SetCommState(device, &line)) fail(GetLastError());
+  if (!SetCommState(device, &line)) failToOpen(GetLastError());
   COMMTIMEOUTS limits = timeouts();
-  if (!SetCommTimeouts(device, &limits)) fail(GetLastError());
+  if (!SetCommTimeouts(device, &limits)) failToOpen(GetLastError());
 }
 
 // A close of an open device cannot fail, not even when the adapter has been pulled out.
@@ -125,19 +128,22 @@ std::size_t Win32SerialPort::bytesToSend() { return queuesOf(device_.get()).cbOu
 void Win32SerialPort::write(std::span<const std::uint8_t> bytes) {
   DWORD count = 0;
   if (!WriteFile(device_.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr)) {
-    fail(GetLastError());
+    fail(GetLastError(), kAdviceOnWrite);
   }
-  if (count < bytes.size()) fail(ERROR_TIMEOUT);
+  if (count < bytes.size()) fail(ERROR_TIMEOUT, kAdviceOnWrite);
 }
 
 std::string Win32SerialPort::deviceName() const {
   return "COM" + std::to_string(configuration.portNumber);
 }
 
-void Win32SerialPort::fail(DWORD error) const {
-  const std::string name = deviceName();
+void Win32SerialPort::failToOpen(DWORD error) const {
+  fail(error, adviceOnOpen(error, deviceName()));
+}
+
+void Win32SerialPort::fail(DWORD error, const std::string& advice) const {
   throw PortError{static_cast<std::int32_t>(error),
-                  name + ": " + systemText(error) + advice(error, name)};
+                  deviceName() + ": " + systemText(error) + advice};
 }
 
 }  // namespace zendor

@@ -30,7 +30,8 @@ class Win32SerialPort final : public SerialPort {
 
   std::string deviceName() const;
   void configure(HANDLE device) const;
-  [[noreturn]] void fail(DWORD error) const;
+  [[noreturn]] void failToOpen(DWORD error) const;
+  [[noreturn]] void fail(DWORD error, const std::string& advice) const;
 
   Device device_;  // none while closed
   std::vector<std::uint8_t> received_;
