@@ -54,6 +54,12 @@ std::vector<std::size_t> creationOrder(const std::vector<FormControl>& controls)
   return order;
 }
 
+// A child window takes its number in the place of a menu.
+HMENU controlNumber(std::size_t position) {
+  const UINT_PTR number = position + kFirstControlNumber;
+  return reinterpret_cast<HMENU>(number);  // NOLINT(performance-no-int-to-ptr)
+}
+
 // The arrow keys move within a group, which ends where the next one starts.
 bool startsGroup(const FormControl& control, const FormControl* former) {
   return control.kind != ControlKind::OptionButton || former == nullptr ||
@@ -73,8 +79,7 @@ void createControls(HWND frame, const std::vector<FormControl>& controls) {
     const DWORD groupStyle = startsGroup(control, former) ? WS_GROUP : 0;
     const HWND window =
         CreateWindowExW(0, name, wideFromUtf8(control.caption).c_str(), style | groupStyle, 0, 0, 0,
-                        0, frame, nullptr, nullptr, nullptr);
-    SetWindowLongPtrW(window, GWLP_ID, static_cast<LONG_PTR>(position) + kFirstControlNumber);
+                        0, frame, controlNumber(position), nullptr, nullptr);
     if (control.selected) SendMessageW(window, BM_SETCHECK, BST_CHECKED, 0);
     former = &control;
   }

@@ -41,7 +41,8 @@ Win32Form::Win32Form(FormDescription description) : description_(std::move(descr
   createControls(window_, description_.controls);
   centreFrame(window_, description_);
   fonts_ = layOutControls(window_, description_.controls);
-  focused_ = GetNextDlgTabItem(window_, nullptr, FALSE);
+  focused_ =
+      windowOf(std::ranges::min_element(description_.controls, {}, &FormControl::tabIndex)->id);
 }
 
 Win32Form::~Win32Form() { DestroyWindow(window_); }
