@@ -14,8 +14,8 @@ import tempfile
 import time
 import unittest
 
+from appearance import Appearance
 from layout import BUTTON, HEADING, HEIGHT, OPTIONS, PLACES, WIDTH
-from picture import finished_picture
 from simulated_pod import BUILD_CODE, POLL, SERIAL, WHOLE_REQUEST, SimulatedPod
 from user import User, place_of
 
@@ -37,7 +37,7 @@ def output_of(*command):
     return subprocess.run(command, check=True, capture_output=True, text=True).stdout
 
 
-class WholeProgram(unittest.TestCase):
+class WholeProgram(Appearance, unittest.TestCase):
     def assert_box(self, box, expected):
         self.assertEqual((box.title, box.text), expected)
 
@@ -73,19 +73,12 @@ class WholeProgram(unittest.TestCase):
             icon = output_of("xprop", "-name", user.window.name, "_NET_WM_ICON")
             self.assertIn("Icon (32 x 32)", icon)
 
-    def test_shows_heading_and_result_centred_and_the_result_in_a_box(self):
+    def test_shows_heading_and_result_large_and_centred_and_the_result_in_a_box(self):
         with Pod() as pod, User([WINDOW, pod.device]) as user:
             user.press("space")
-            user.wait_for_result()
-            heading = finished_picture(place_of(user.find(HEADING)), "The heading")
-            box = finished_picture(place_of(user.result_box()), "The result")
-            self.assertEqual([len(colors) for colors in box.edges()], [1] * 4)
-            inside = box.without_edges()
-            self.assertFalse(inside.rows[0][0] in box.edges()[0], "There is no border")
-            for picture in (heading, inside):
-                left, right = picture.margins()
-                self.assertAlmostEqual(left, right, delta=3)
-                self.assertGreater(left, 20)
+            result = user.wait_for_result()
+            places = place_of(user.find(HEADING)), place_of(user.result_box())
+            self.assert_heading_and_result(*places, result)
 
     def test_waits_no_longer_while_a_menu_is_open(self):
         def open_the_menu_of_the_result(user):
@@ -187,6 +180,8 @@ class WholeProgram(unittest.TestCase):
     def test_can_be_read_by_a_screen_reader(self):
         with Pod() as pod, User([WINDOW, pod.device]) as user:
             user.wait_for_description("Serial Port 1", pod.device)
+            user.point_at(user.find("Serial Port 1"))
+            user.wait_for_tooltip(pod.device)
             seen = [(e.getRoleName(), e.name, e.description) for e in user.controls()]
             nothing = "no such port on this computer"
             self.assertEqual(seen, [

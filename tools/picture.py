@@ -31,11 +31,11 @@ class Picture:
         inside.rows = [row[1:-1] for row in self.rows[1:-1]]
         return inside
 
-    def margins(self):
-        """How many columns on the left and on the right show nothing but the background."""
+    def ink(self):
+        """Left and right end of what differs from the background, and where the right edge is."""
         background = self.rows[0][0]
         columns = [any(row[x] != background for row in self.rows) for x in range(len(self.rows[0]))]
-        return columns.index(True), columns[::-1].index(True)
+        return columns.index(True), len(columns) - columns[::-1].index(True), len(columns)
 
     def colors(self):
         return {point for row in self.rows for point in row}
@@ -56,6 +56,13 @@ def finished_picture(place, what):
         return second if first.rows == second.rows and len(second.colors()) > 1 else None
 
     return wait_for(look, what)
+
+
+def ink_width(text, points):
+    """How wide the bold text is at 96 dots per inch, drawn by another program."""
+    command = ["convert", "-density", "96", "-font", "Liberation-Sans-Bold", "-pointsize"]
+    command += [str(points), f"label:{text}", "-trim", "-format", "%w", "info:"]
+    return int(subprocess.run(command, check=True, capture_output=True, text=True).stdout)
 
 
 def luminance(color):

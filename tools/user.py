@@ -80,9 +80,12 @@ class User:
     def click(self, name, where=None):
         self.click_element(self.find(name, where))
 
-    def click_element(self, element, times=1, button=1):
+    def point_at(self, element):
         left, top, right, bottom = place_of(element)
         xdotool("mousemove", (left + right) // 2, (top + bottom) // 2)
+
+    def click_element(self, element, times=1, button=1):
+        self.point_at(element)
         xdotool("click", "--repeat", times, "--delay", 50, button)
 
     def double_click(self, element):
@@ -152,6 +155,13 @@ class User:
 
     def wait_for_description(self, name, text):
         wait_for(lambda: self.find(name).description == text or None, f'"{text}"')
+
+    def wait_for_tooltip(self, text):
+        def look():
+            tips = (w for w in self._top_levels() if w.getRole() == pyatspi.ROLE_TOOL_TIP)
+            return any(tip.name == text for tip in tips) or None
+
+        wait_for(look, f'The tooltip "{text}"')
 
     def wait_for_clipboard(self, text):
         return self.wait_for_selection(text, "clipboard")

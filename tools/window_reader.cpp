@@ -1,8 +1,8 @@
 // A reader of other programs' windows: for every line of input it lists the visible windows of the
 // desktop, each followed by its children, then an empty line. A row has, separated by tabs: level,
-// class, state ("enabled", "focused", "checked", "resizable"), left, top, right and bottom in
-// screen pixels, and the text with its line breaks and tabs escaped. The line "clipboard" lists the
-// copied text instead.
+// class, state ("enabled", "focused", "checked"; of a whole window "resizable", "dialog"),
+// left, top, right and bottom in screen pixels, and the text with its line breaks and tabs escaped.
+// The line "clipboard" lists the copied text instead.
 #include <windows.h>
 
 #include <iostream>
@@ -57,8 +57,9 @@ std::string stateOf(HWND window) {
   if (thread.hwndFocus == window) state += "focused ";
   if (classOf(window) == "Button" && checked == BST_CHECKED) state += "checked ";
   constexpr LONG kResizable = WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
-  const bool isTopLevel = GetAncestor(window, GA_ROOT) == window;
-  if (isTopLevel && (GetWindowLongW(window, GWL_STYLE) & kResizable)) state += "resizable ";
+  if (GetAncestor(window, GA_ROOT) != window) return state;
+  if (GetWindowLongW(window, GWL_STYLE) & kResizable) state += "resizable ";
+  if (GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_DLGMODALFRAME) state += "dialog ";
   return state;
 }
 

@@ -7,6 +7,7 @@ Usage: appearance_test.py BUILD_FOLDER ZENDOR_POD_SIMULATOR
 import sys
 import unittest
 
+from appearance import Appearance
 from layout import BUTTON, HEADING, OPTIONS, PLACES
 from on_windows import OnWindows, Pod, output_of
 from picture import Picture, contrast, finished_picture
@@ -14,7 +15,7 @@ from screen import wait_for
 from windows_machine import COLORS, DESKTOP, METRICS
 
 
-class Appearance(OnWindows):
+class WindowsAppearance(Appearance, OnWindows):
     def assert_whole_text(self, text, row, inset):
         """There is text, and it keeps off the edges of its control; on the left of an option button
         there is its circle."""
@@ -56,10 +57,18 @@ class Appearance(OnWindows):
             expected = [a + pixels(b) for a, b in zip((left, top, left, top), edges)]
             self.assertEqual([row.left, row.top, row.right, row.bottom], expected, row.text)
         self.assertEqual(len(controls), len(PLACES))
-        self.assertNotIn("resizable", window.state)
+        self.assertEqual(window.state & {"resizable", "dialog"}, {"dialog"})
         width, height = map(int, output_of("xdotool", "getdisplaygeometry").split())
         self.assertAlmostEqual(window.left + window.right, width, delta=2)
         self.assertAlmostEqual(window.top + window.bottom, height, delta=2)
+
+    def test_shows_heading_and_result_large_and_centred_and_the_result_in_a_box(self):
+        self.restart((DESKTOP, "LogPixels", "REG_DWORD", "96"))
+        with Pod() as pod, self.user(com1=pod.device) as user:
+            user.press("space")
+            result = user.wait_for_result()
+            self.assert_heading_and_result(user.find(HEADING)[3:7], user.result_row()[3:7], result)
+        self.reader.close()
 
     def test_keeps_the_result_readable_in_every_theme(self):
         for background, text in [

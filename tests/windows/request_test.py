@@ -47,6 +47,9 @@ class Request(OnWindows):
         with self.user() as user:
             button = user.find(BUTTON)
             client_top = button.top - PLACES[BUTTON][1] // 15
+            bar = (button.left, client_top - 16, button.left + 150, client_top)
+            _, title_end, bar_end = finished_picture(bar, "The title of the menu").ink()
+            self.assertTrue(40 < title_end < bar_end)  # at the start it is "Port", and shorter
             xdotool("mousemove", button.left + 20, client_top - 8, "click", 1)
             menu = wait_for(lambda: self.reader.window("#32768"), "The menu")[0]
             self.assertLess(menu.bottom - menu.top, 20)  # the height of a separator, not of a text
@@ -76,6 +79,7 @@ class Request(OnWindows):
                 (box.title, box.text, box.buttons, icon_of(box)),
                 ("Error", "You Must Attach The Zendor!", ["OK"], "red"),
             )
+            self.assertNotIn("enabled", user.rows()[0].state)  # the box is modal to the window
             user.answer(box)
             user.wait_until_focused(BUTTON)
             self.assertEqual(user.result(), "")
@@ -127,11 +131,13 @@ class Request(OnWindows):
             box = user.box()  # the second attempt cannot write
             self.assertEqual((box.title, icon_of(box)), ("Unhandled Error", "yellow"))
             self.assertTrue(box.text.endswith("Occured in LL_Serial_SendMessage"), box.text)
+            self.assertIn(" If its adapter has been pulled out, plug it in again.\n", box.text)
             user.answer(box)
             self.assertEqual(user.box().text, "You Must Attach The Zendor!")
 
     def test_is_used_with_the_keyboard_alone(self):
-        with Pod("--serial-number", "3") as pod, self.user(com2=pod.device) as user:
+        slow = ("--fault", "byte-by-byte:192")
+        with Pod(*slow, "--serial-number", "3") as pod, self.user(com2=pod.device) as user:
             user.wait_until_focused(BUTTON)
             for keys, focus in [
                 ("Escape", BUTTON), ("Tab", OPTIONS[0]), ("Down", OPTIONS[1]), ("Tab", BUTTON),
@@ -145,7 +151,11 @@ class Request(OnWindows):
             user.wait_until_focused(BUTTON)  # which it had lost while it was disabled
             user.press("ctrl+c")
             wait_for(lambda: self.reader.clipboard() == "C-3" or None, "The copied number")
-            self.assertEqual(len(pod.requests()), 3)
+            user.press("shift+Tab", "Return")  # the default button, from wherever the keyboard is
+            user.wait_until_enabled(False)
+            self.assertEqual(user.wait_for_result(), "C-3")
+            self.assertEqual(user.focused(), OPTIONS[1])
+            self.assertEqual(len(pod.requests()), 6)
 
     def test_leaves_the_focus_where_the_user_puts_it_during_a_request(self):
         faults = ("--fault", "echo-only:254:1")  # the second attempt succeeds
