@@ -8,7 +8,6 @@ Usage: whole_program_test.py WINDOW_ON_PORTS ZENDOR_POD_SIMULATOR
 import fcntl
 import functools
 import os
-import subprocess
 import sys
 import tempfile
 import time
@@ -16,6 +15,7 @@ import unittest
 
 from appearance import Appearance
 from layout import BUTTON, HEADING, HEIGHT, OPTIONS, PLACES, WIDTH
+from screen import output_of
 from simulated_pod import BUILD_CODE, POLL, SERIAL, WHOLE_REQUEST, SimulatedPod
 from user import User, place_of
 
@@ -31,10 +31,6 @@ def open_terminals(user):
     folder = f"/proc/{user.process.pid}/fd"
     opened = [os.readlink(f"{folder}/{name}") for name in os.listdir(folder)]
     return [name for name in opened if name.startswith("/dev/pts/")]
-
-
-def output_of(*command):
-    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
 
 
 class WholeProgram(Appearance, unittest.TestCase):
@@ -85,7 +81,7 @@ class WholeProgram(Appearance, unittest.TestCase):
             user.click_element(user.result_box(), button=3)
 
         def open_the_menu_of_the_window(user):
-            user.click("Serial Port")
+            user.open_menu("Serial Port")
 
         for open_menu in (open_the_menu_of_the_result, open_the_menu_of_the_window):
             with self.subTest(open_menu.__name__):
@@ -161,6 +157,10 @@ class WholeProgram(Appearance, unittest.TestCase):
             self.assertTrue(user.is_selected("Serial Port 2"))
             self.assertFalse(user.is_selected("Serial Port 1"))
             user.press("ctrl+c")
+            self.assertEqual(user.wait_for_clipboard("C-5"), "C-5")
+            user.fill_clipboard("something else")
+            user.click_element(user.result_box(), button=3)
+            user.press("Down", "Return")  # the one entry of the menu
             self.assertEqual(user.wait_for_clipboard("C-5"), "C-5")
             user.double_click(user.result_box())  # selects all of it and takes no focus
             self.assertEqual(user.wait_for_selection("C-5"), "C-5")

@@ -4,7 +4,7 @@ import copy
 import re
 import subprocess
 
-from screen import wait_for
+from screen import output_of, wait_for
 
 
 class Picture:
@@ -62,7 +62,7 @@ def ink_width(text, points):
     """How wide the bold text is at 96 dots per inch, drawn by another program."""
     command = ["convert", "-density", "96", "-font", "Liberation-Sans-Bold", "-pointsize"]
     command += [str(points), f"label:{text}", "-trim", "-format", "%w", "info:"]
-    return int(subprocess.run(command, check=True, capture_output=True, text=True).stdout)
+    return int(output_of(*command))
 
 
 def luminance(color):

@@ -1,4 +1,5 @@
-"""What every user of a program needs: patience, and the screen's own mouse and keyboard."""
+"""What every user of a program needs: patience, the screen's own mouse and keyboard, and what other
+programs say."""
 
 import subprocess
 import time
@@ -14,6 +15,10 @@ def wait_for(look, what, seconds=20.0):
         if time.monotonic() > deadline:
             raise TimeoutError(f"{what} did not come within {seconds} s")
         time.sleep(0.01)
+
+
+def output_of(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
 
 
 def xdotool(*arguments):

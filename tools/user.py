@@ -163,6 +163,10 @@ class User:
 
         wait_for(look, f'The tooltip "{text}"')
 
+    def fill_clipboard(self, text):
+        command = ["xclip", "-selection", "clipboard"]
+        subprocess.run(command, check=True, input=text, text=True, stdout=subprocess.DEVNULL)
+
     def wait_for_clipboard(self, text):
         return self.wait_for_selection(text, "clipboard")
 

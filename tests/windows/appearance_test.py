@@ -9,9 +9,9 @@ import unittest
 
 from appearance import Appearance
 from layout import BUTTON, HEADING, OPTIONS, PLACES
-from on_windows import OnWindows, Pod, output_of
+from on_windows import OnWindows, Pod
 from picture import Picture, contrast, finished_picture
-from screen import wait_for
+from screen import output_of, wait_for
 from windows_machine import COLORS, DESKTOP, METRICS
 
 

@@ -6,7 +6,6 @@ Each is started with BUILD_FOLDER and ZENDOR_POD_SIMULATOR.
 import functools
 import pathlib
 import re
-import subprocess
 import sys
 import unittest
 
@@ -18,10 +17,6 @@ Pod = functools.partial(SimulatedPod, sys.argv[2])
 PROGRAM = BUILD / "platform/win32/ZendorSerialExtractor.exe"
 VERSION = re.search(r"CMAKE_PROJECT_VERSION:STATIC=(.+)", (BUILD / "CMakeCache.txt").read_text())[1]
 READER = BUILD / "tools/window_reader.exe"
-
-
-def output_of(*command):
-    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
 
 
 class OnWindows(unittest.TestCase):

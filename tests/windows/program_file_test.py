@@ -11,7 +11,8 @@ import sys
 import unittest
 import zipfile
 
-from on_windows import BUILD, PROGRAM, VERSION, output_of
+from on_windows import BUILD, PROGRAM, VERSION
+from screen import output_of
 
 SOURCES = pathlib.Path(__file__).resolve().parents[2]
 
