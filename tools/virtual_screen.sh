@@ -15,6 +15,9 @@ case "${VIRTUAL_SCREEN_STAGE:-screen}" in
   command)
     unset VIRTUAL_SCREEN_STAGE
     command -v xprop >/dev/null || exit 1
+    # The first key of a screen changes its keyboard mapping, upon which the window manager lets go of
+    # its keys for a moment. Now nobody waits for one.
+    xdotool key shift || exit 1
     openbox --config-file "$(realpath "$(dirname "$0")")/openbox.xml" >/dev/null 2>&1 &
     window_manager=$!
     until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; do
