@@ -5,6 +5,9 @@ import subprocess
 POLL, BUILD_CODE, SERIAL = "80 0 1 254 177", "80 0 1 192 239", "80 0 1 242 189"
 WHOLE_REQUEST = [POLL, BUILD_CODE, SERIAL]
 
+# Three seconds of a request: the first attempt of each of its commands waits for its time-out.
+SLOW = [option for header in (254, 192, 242) for option in ("--fault", f"echo-only:{header}:1")]
+
 
 class SimulatedPod:
     """A simulated pod on a pseudo-terminal of its own."""
@@ -22,9 +25,9 @@ class SimulatedPod:
         self.process.kill()
         self.process.communicate()
 
-    def wait_for(self, frame):
-        """Until the host has sent that frame."""
-        while not self.trace.endswith(f"host: {frame}\n"):
+    def wait_for(self, frame, times=1):
+        """Until the host has sent that frame so many times."""
+        while self.trace.count(f"host: {frame}\n") < times:
             self.trace += self.process.stderr.readline()
 
     def requests(self):

@@ -8,10 +8,23 @@ import time
 import pyatspi
 from gi.repository import GLib
 
+import screen
 from layout import HEADING
-from screen import wait_for, xdotool
+from screen import xdotool
 
 WINDOW = "Zendor Serial Number Extractor V"
+
+
+def wait_for(look, what, seconds=20.0):
+    """As on any screen; what goes away while it is looked at is looked for again."""
+
+    def look_again():
+        try:
+            return look()
+        except GLib.Error:
+            return None
+
+    return screen.wait_for(look_again, what, seconds)
 
 
 def descendants(element):
@@ -142,6 +155,9 @@ class User:
 
     def wait_until_focused(self, name):
         wait_for(lambda: self.focused() == name or None, f'The focus on "{name}"')
+
+    def wait_until_selected(self, name):
+        wait_for(lambda: self.is_selected(name) or None, f'"{name}" selected')
 
     def wait_until_disabled(self, name):
         wait_for(lambda: None if self.is_enabled(name) else True, f'"{name}" disabled')
