@@ -6,12 +6,15 @@ Usage: measure.py BUILD_FOLDER
 
 import json
 import os
+import select
 import statistics
 import subprocess
 import sys
 import time
 
 from Xlib import X, display
+
+from screen import output_of
 
 BUILD = sys.argv[1]
 PROGRAM = f"{BUILD}/platform/qt/zendor-serial-extractor"
@@ -27,11 +30,13 @@ LINE_MS = LINE_BYTES * 10 / 9600 * 1000
 
 def requests(count, *pod_options):
     """For each request its time and the longest pass of its wait loops, in ms."""
-    pod = subprocess.Popen([SIMULATOR, *pod_options], stdout=subprocess.PIPE, text=True)
-    device = pod.stdout.readline().strip()
-    output = subprocess.run([REQUEST, device, str(count)], capture_output=True, text=True, check=True)
-    pod.kill()
-    return [tuple(map(float, line.split())) for line in output.stdout.splitlines()]
+    with subprocess.Popen([SIMULATOR, *pod_options], stdout=subprocess.PIPE, text=True) as pod:
+        device = pod.stdout.readline().strip()
+        try:
+            output = output_of(REQUEST, device, str(count))
+        finally:
+            pod.kill()
+    return [tuple(map(float, line.split())) for line in output.splitlines()]
 
 
 class Screen:
@@ -48,8 +53,9 @@ class Screen:
             self.display.next_event()
         begin = time.perf_counter()
         process = subprocess.Popen([command])
-        while self.display.next_event().type != X.MapNotify:
-            pass
+        while not self._shows_a_window():
+            if process.poll() is not None:
+                raise RuntimeError(f"{command} has ended without a window")
         seconds = time.perf_counter() - begin
         time.sleep(0.3)  # drawn, and at rest
         with open(f"/proc/{process.pid}/status") as status:
@@ -57,6 +63,13 @@ class Screen:
         process.kill()
         process.wait()
         return seconds, peak
+
+    def _shows_a_window(self):
+        """True with the event of it, False when there is none for a second."""
+        while self.display.pending_events() or select.select([self.display], [], [], 1)[0]:
+            if self.display.next_event().type == X.MapNotify:
+                return True
+        return False
 
 
 def start_ratios(pairs):

@@ -59,7 +59,7 @@ int main(int argc, char** argv) {
   const zendor::SteadyClock clock;
   zendor::QtForm form(zendor::frmStartup::description());
   TimedDesktop desktop(form.window());
-  zendor::frmStartup startup(form, port, desktop, clock, {}, {1, 0, 1});
+  zendor::frmStartup startup(form, port, desktop, clock, {}, {});
   form.show(startup);
   auto* const button = form.window().findChild<QPushButton*>("cmdAccept");
   for (int requests = std::atoi(argv[2]); requests > 0; --requests) {

@@ -42,10 +42,11 @@ struct FormControl {
   int tabIndex = 0;                   // the order of the keyboard focus; 0 has it first
   std::optional<FormFont> font = {};  // none: the platform's default dialog font
   bool centred = false;
+  // A label has both or neither. With them its text can be copied, and is readable in every theme.
   bool singleBorder = false;
-  bool highlightTextBackground = false;  // the text on it stays readable in every theme
-  bool selected = false;                 // option buttons: the choice at the start
-  int group = 0;                         // option buttons: one of each group is selected
+  bool highlightTextBackground = false;
+  bool selected = false;  // option buttons: the choice at the start
+  int group = 0;          // option buttons: one of each group is selected
 };
 
 struct FormMenuItem {

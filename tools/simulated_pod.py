@@ -1,6 +1,9 @@
 """A simulated pod that a test puts behind a port, and the requests that it has seen."""
 
 import subprocess
+import threading
+
+from screen import wait_for
 
 POLL, BUILD_CODE, SERIAL = "80 0 1 254 177", "80 0 1 192 239", "80 0 1 242 189"
 WHOLE_REQUEST = [POLL, BUILD_CODE, SERIAL]
@@ -16,23 +19,33 @@ class SimulatedPod:
         pipes = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE}
         self.process = subprocess.Popen([simulator, "--trace", *options], text=True, **pipes)
         self.device = self.process.stdout.readline().strip()
-        self.trace = ""
+        self.trace = []
+        self.tracing = threading.Thread(target=lambda: self.trace.extend(self.process.stderr))
+        self.tracing.start()
 
     def __enter__(self):
         return self
 
     def __exit__(self, *_):
         self.process.kill()
-        self.process.communicate()
+        self._wait_for_end()
+        self.process.stdout.close()
+        self.process.stderr.close()
+
+    def _wait_for_end(self):
+        self.process.wait()
+        self.tracing.join()
+
+    def _frames(self):
+        marked = [line.rstrip().partition(": ") for line in self.trace]
+        return [frame for sender, _, frame in marked if sender == "host"]
 
     def wait_for(self, frame, times=1):
         """Until the host has sent that frame so many times."""
-        while self.trace.count(f"host: {frame}\n") < times:
-            self.trace += self.process.stderr.readline()
+        wait_for(lambda: self._frames().count(frame) >= times or None, f"The frame {frame}")
 
     def requests(self):
         """The frames that the host has sent; ends the pod."""
         self.process.terminate()
-        self.trace += self.process.communicate()[1]
-        marked = [line.partition(": ") for line in self.trace.splitlines()]
-        return [frame for sender, _, frame in marked if sender == "host"]
+        self._wait_for_end()
+        return self._frames()

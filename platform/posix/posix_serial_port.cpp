@@ -95,7 +95,7 @@ void assertModemLines(int line) {
 }
 
 // An adapter otherwise holds received bytes back for up to 16 ms. True when the setting was
-// changed; a driver may have none or refuse.
+// changed; a driver may have none or refuse. It outlives a program that ends with the port open.
 bool switchLowLatency(int line, bool on) {
   serial_struct driver{};
   if (::ioctl(line, TIOCGSERIAL, &driver) != 0) return false;

@@ -1,4 +1,4 @@
-// A serial port of a POSIX machine: each operation is one system call on the open device, so that
+// A serial port of Linux: each operation is one system call on the open device, so that
 // what waits and what is still to be sent is what the kernel says at that moment.
 #pragma once
 
@@ -40,7 +40,7 @@ class PosixSerialPort final : public SerialPort {
   std::filesystem::path lockFolder_;
   std::string device_;  // of the last open
   FileDescriptor line_;
-  bool setLowLatency_ = false;                 // and so has to put it back
+  bool setLowLatency_ = false;                 // so that a close puts it back
   std::array<std::uint8_t, 4096> received_{};  // the kernel keeps no more than this
 };
 
