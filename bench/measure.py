@@ -83,10 +83,8 @@ def start_ratios(pairs):
 
 
 def receive_ratio():
-    output = subprocess.run(
-        [RECEIVE, "--benchmark_format=json"], capture_output=True, text=True, check=True
-    )
-    short, long = (row["per_byte"] for row in json.loads(output.stdout)["benchmarks"])
+    output = output_of(RECEIVE, "--benchmark_format=json")
+    short, long = (row["per_byte"] for row in json.loads(output)["benchmarks"])
     return long / short
 
 
