@@ -7,4 +7,5 @@ cd "$(dirname "$0")"
 install_missing "${build_packages[@]}" "${test_packages[@]}" libbenchmark-dev python3-xlib
 cmake --preset bench >/dev/null
 cmake --build --preset bench
-PYTHONPATH=tools PYTHONDONTWRITEBYTECODE=1 xvfb-run -a -s '-screen 0 1280x1024x24' bench/measure.py build/bench
+PYTHONPATH=tools PYTHONDONTWRITEBYTECODE=1 \
+  xvfb-run -a -s '-screen 0 1280x1024x24' bench/measure.py build/bench

@@ -5,6 +5,7 @@ and a simulated pod; clicked with the mouse, read through the accessible tree.
 Usage: whole_program_test.py WINDOW_ON_PORTS ZENDOR_POD_SIMULATOR
 """
 
+import contextlib
 import fcntl
 import functools
 import glob
@@ -30,7 +31,10 @@ FAULTY = ("Error", "You Zendor maybe Faulty")
 
 def open_terminals(user):
     folder = f"/proc/{user.process.pid}/fd"
-    opened = [os.readlink(f"{folder}/{name}") for name in os.listdir(folder)]
+    opened = []
+    for name in os.listdir(folder):
+        with contextlib.suppress(FileNotFoundError):  # closed meanwhile
+            opened.append(os.readlink(f"{folder}/{name}"))
     return [name for name in opened if name.startswith("/dev/pts/")]
 
 

@@ -20,7 +20,7 @@ class SimulatedPod:
         self.process = subprocess.Popen([simulator, "--trace", *options], text=True, **pipes)
         self.device = self.process.stdout.readline().strip()
         self.trace = []
-        self.tracing = threading.Thread(target=lambda: self.trace.extend(self.process.stderr))
+        self.tracing = threading.Thread(target=self._read_trace)
         self.tracing.start()
 
     def __enter__(self):
@@ -31,6 +31,10 @@ class SimulatedPod:
         self._wait_for_end()
         self.process.stdout.close()
         self.process.stderr.close()
+
+    def _read_trace(self):
+        for line in self.process.stderr:
+            self.trace.append(line)
 
     def _wait_for_end(self):
         self.process.wait()

@@ -125,7 +125,7 @@ void Win32SerialPort::discardWaiting() { PurgeComm(device_.get(), PURGE_RXCLEAR)
 
 std::size_t Win32SerialPort::bytesToSend() { return queuesOf(device_.get()).cbOutQue; }
 
-// Returns when the driver has passed the bytes on: where it has room for them, at once.
+// Windows returns when the driver has done with the bytes, after kWriteTimeoutMs at the latest.
 void Win32SerialPort::write(std::span<const std::uint8_t> bytes) {
   DWORD count = 0;
   if (!WriteFile(device_.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr)) {
