@@ -7,6 +7,7 @@
 #include "common/command_result.h"
 #include "common/conversions.h"
 #include "common/string_table.h"
+#include "protocol/message_write.h"
 #include "protocol/receive_poll.h"
 #include "protocol/reply_check.h"
 #include "protocol/request_frame.h"
@@ -27,8 +28,7 @@ Transaction::Transaction(SerialPort& port, Desktop& desktop, const Clock& clock,
       clock_(clock),
       portControl_(portControl),
       reports_(reports),
-      regional_(std::move(regional)),
-      messageWrite_(port, stores_, desktop, reports) {}
+      regional_(std::move(regional)) {}
 
 std::string Transaction::LL_DRAVO_Send(const Command& command) {
   int count = 0;
@@ -51,7 +51,7 @@ std::string Transaction::LL_DRAVO_Send(const Command& command) {
 }
 
 std::string Transaction::attempt(const Command& command) {
-  messageWrite_.LL_Serial_SendMessage();
+  LL_Serial_SendMessage(MSComm1, stores_, desktop_, reports_);
   awaitReply(command.timeoutMs);
   return LL_DRAVO_CheckReply(stores_, command.destination, command.source);
 }

@@ -11,7 +11,6 @@
 #include "platform/serial_port.h"
 #include "protocol/frame_stores.h"
 #include "protocol/reply_text.h"
-#include "serial/message_write.h"
 #include "serial/port_control.h"
 
 namespace zendor {
@@ -54,7 +53,6 @@ class Transaction {
   ErrorReports& reports_;
   Regional regional_;
   FrameStores stores_;
-  MessageWrite messageWrite_;
 };
 
 }  // namespace zendor

@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
+#include "protocol/message_write.h"
 #include "protocol/receive_poll.h"
 #include "protocol/reply_check.h"
 #include "protocol/reply_text.h"
 #include "protocol/request_frame.h"
 #include "protocol/transaction.h"
-#include "serial/baud_rates.h"
 #include "tests/doubles.h"
 
 namespace zendor {
@@ -31,6 +31,39 @@ TEST(RequestFrame, ClosesEveryFrameWithItsChecksum) {
     EXPECT_EQ(stores.TxBuffer, frame);
     EXPECT_EQ(stores.TxLength, frame.size());
   }
+}
+
+class MessageWrite : public ::testing::Test, protected testing::Machine {
+ protected:
+  MessageWrite() {
+    stores.TxBuffer = {0, 13, 255};
+    stores.RxCount = 7;
+    line.open();
+  }
+  void send() { LL_Serial_SendMessage(line, stores, desktop, reports); }
+
+  ErrorReports reports{desktop, {}};
+  FrameStores stores;
+};
+
+TEST_F(MessageWrite, SendsItsBytesOnceTheQueueHasDrainedAndStaleInputIsGone) {
+  line.sending = {3, 1};
+  desktop.onPass = [&] {
+    line.waiting.push_back(9);     // noise during the wait
+    stores.TxBuffer.push_back(9);  // the bytes are taken before it
+  };
+  send();
+  EXPECT_EQ(clock.now, 2U);
+  EXPECT_EQ(stores.RxCount, 0U);
+  EXPECT_TRUE(line.waiting.empty());
+  EXPECT_EQ(log, (testing::Log{"open", "discard", "write"}));
+  EXPECT_EQ(line.written, (std::vector<Bytes>{{0, 13, 255}}));
+}
+
+TEST_F(MessageWrite, ReportsARefusalAndReturns) {
+  line.writeError = PortError{-5, "Gone."};
+  send();
+  EXPECT_TRUE(log.back().ends_with("Gone.\r\nOccured in LL_Serial_SendMessage"));
 }
 
 TEST(ReceivePoll, CompletesInTheCallThatStoresTheLastByte) {

@@ -3,7 +3,6 @@
 #include <tuple>
 
 #include "serial/baud_rates.h"
-#include "serial/message_write.h"
 #include "serial/port_control.h"
 #include "serial/ticks.h"
 #include "tests/doubles.h"
@@ -11,7 +10,6 @@
 namespace zendor {
 namespace {
 
-using testing::Bytes;
 using testing::Log;
 
 const std::string kAdvice = "\r\nPlease free the port or choose another";
@@ -22,8 +20,6 @@ class SerialTest : public ::testing::Test, protected testing::Machine {
 
   ErrorReports reports{desktop, {}};
   PortControl control{line, desktop, reports};
-  FrameStores stores;
-  MessageWrite messageWrite{line, stores, desktop, reports};
 };
 
 TEST(BaudRates, AreTheFourteenAccepted) {
@@ -81,27 +77,6 @@ TEST_F(SerialTest, ShutsDownPastAPortThatWillNotClose) {
   const std::string warning = "[Tarrow] PORT reset fail - please reset your HH PC!";
   EXPECT_EQ(log, (Log{"open", "close", "open", "close", box, warning}));
   EXPECT_EQ(desktop.shown[1].icon, MessageIcon::Exclamation);
-}
-
-TEST_F(SerialTest, WritesAfterTheQueueHasDrainedAndStaleInputIsGone) {
-  stores.TxBuffer = {0, 13, 255};
-  stores.RxCount = 7;
-  line.open();
-  line.sending = {3, 1};
-  desktop.onPass = [&] { line.waiting.push_back(9); };  // noise during the wait
-  messageWrite.LL_Serial_SendMessage();
-  EXPECT_EQ(clock.now, 2U);
-  EXPECT_EQ(stores.RxCount, 0U);
-  EXPECT_TRUE(line.waiting.empty());
-  EXPECT_EQ(log, (Log{"open", "discard", "write"}));
-  EXPECT_EQ(line.written, (std::vector<Bytes>{{0, 13, 255}}));
-}
-
-TEST_F(SerialTest, ReportsARefusedWriteAndReturns) {
-  line.open();
-  line.writeError = PortError{-5, "Gone."};
-  messageWrite.LL_Serial_SendMessage();
-  EXPECT_TRUE(log.back().ends_with("Gone.\r\nOccured in LL_Serial_SendMessage"));
 }
 
 TEST(Ticks, AreUnsigned) {
