@@ -17,7 +17,7 @@ from Xlib import X, display
 from screen import output_of
 
 BUILD = sys.argv[1]
-PROGRAM = f"{BUILD}/platform/qt/zendor-serial-extractor"
+PROGRAM = f"{BUILD}/program/linux/zendor-serial-extractor"
 BARE = f"{BUILD}/bench/bare_window"
 REQUEST = f"{BUILD}/bench/request_bench"
 RECEIVE = f"{BUILD}/bench/receive_bench"

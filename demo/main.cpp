@@ -8,7 +8,7 @@
 
 #include "platform/posix/file_descriptor.h"
 #include "platform/posix/posix_serial_port.h"
-#include "platform/qt/qt_program.h"
+#include "program/linux/run_program.h"
 #include "simulator/simulated_line.h"
 
 namespace {
@@ -32,7 +32,7 @@ FileDescriptor hold(const std::string& device) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int, char** argv) {
   SimulatedLine customer({.pod = podWith("Customer", 1234567)});
   SimulatedLine engineer({.pod = podWith("Engineer", 42)});
   SimulatedLine empty({.pod = std::nullopt});
@@ -45,7 +45,7 @@ int main(int argc, char** argv) {
                                          "held by another program"};
   zendor::PosixSerialPort port(
       [&](int number) { return std::optional(devices.at(static_cast<std::size_t>(number) - 1)); });
-  return zendor::runProgram(argc, argv, port, [&](int index) {
+  return zendor::runProgram(argv[0], port, [&](int index) {
     const auto place = static_cast<std::size_t>(index);
     return devices.at(place) + ", simulated: " + words.at(place);
   });

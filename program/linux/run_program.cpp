@@ -1,8 +1,9 @@
-#include "platform/qt/qt_program.h"
+#include "program/linux/run_program.h"
 
 #include <QApplication>
 
 #include "app/frm_startup.h"
+#include "platform/qt/port_tips.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_form.h"
 #include "platform/qt/qt_regional.h"
@@ -16,10 +17,13 @@ constexpr Version kVersion{ZENDOR_VERSION_MAJOR, ZENDOR_VERSION_MINOR, ZENDOR_VE
 
 }  // namespace
 
-int runProgram(int argc, char** argv, SerialPort& MSComm1, PortTips::Words words) {
+int runProgram(char* name, SerialPort& MSComm1, WordsOfPort words) {
   // The menu belongs into the window; asking the desktop for another place takes a while.
   QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
-  const QApplication application(argc, argv);
+  // The toolkit has a command line of its own, the program has none.
+  int count = 1;
+  char* arguments[] = {name, nullptr};
+  const QApplication application(count, arguments);
   QApplication::setDesktopFileName("zendor-serial-extractor");
   const SteadyClock clock;
   const Regional regional = systemRegional();

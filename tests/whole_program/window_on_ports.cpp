@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/posix/posix_serial_port.h"
-#include "platform/qt/qt_program.h"
+#include "program/linux/run_program.h"
 
 int main(int argc, char** argv) {
   const std::vector<std::string> devices(argv + 1, argv + argc);
@@ -13,7 +13,7 @@ int main(int argc, char** argv) {
     const auto index = static_cast<std::size_t>(number) - 1;
     return index < devices.size() ? std::optional(devices[index]) : std::nullopt;
   });
-  return zendor::runProgram(argc, argv, port, [&](int index) {
+  return zendor::runProgram(argv[0], port, [&](int index) {
     const auto place = static_cast<std::size_t>(index);
     const bool isThere = place < devices.size() && std::filesystem::exists(devices[place]);
     return isThere ? devices[place] : "no such port on this computer";
