@@ -7,7 +7,7 @@ Usage: tour.py ZENDOR_DEMO FOLDER_FOR_PICTURES
 
 import sys
 
-from layout import BUTTON
+from captions import BUTTON
 from user import User
 
 

@@ -61,7 +61,7 @@ check_installed() {
     diff <(expected_files | sort) <(sort) || fail 'it does not bring what it should'
   [ "$(command -v "$(entry Exec)")" = "/usr/bin/$package" ] || fail 'another program hides it'
   PYTHONPATH=tools PYTHONDONTWRITEBYTECODE=1 tools/virtual_screen.sh \
-    tests/installed_program_test.py "$(entry Exec)"
+    tests/whole_program/installed_program_test.py "$(entry Exec)"
 }
 
 remove_package() {

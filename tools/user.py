@@ -9,7 +9,7 @@ import pyatspi
 from gi.repository import GLib
 
 import screen
-from layout import HEADING
+from captions import HEADING
 from screen import xdotool
 
 WINDOW = "Zendor Serial Number Extractor V"

@@ -8,7 +8,8 @@ import sys
 import unittest
 
 from appearance import Appearance
-from layout import BUTTON, HEADING, OPTIONS, PLACES
+from captions import BUTTON, HEADING, OPTIONS
+from layout import PLACES
 from on_windows import OnWindows, Pod
 from picture import Picture, contrast, finished_picture
 from screen import output_of, wait_for

@@ -14,9 +14,9 @@ from windows_machine import Reader, User, Windows
 
 BUILD = pathlib.Path(sys.argv[1])
 Pod = functools.partial(SimulatedPod, sys.argv[2])
-PROGRAM = BUILD / "platform/win32/ZendorSerialExtractor.exe"
+PROGRAM = BUILD / "program/windows/ZendorSerialExtractor.exe"
 VERSION = re.search(r"CMAKE_PROJECT_VERSION:STATIC=(.+)", (BUILD / "CMakeCache.txt").read_text())[1]
-READER = BUILD / "tools/window_reader.exe"
+READER = BUILD / "tests/windows/window_reader.exe"
 
 
 class OnWindows(unittest.TestCase):

@@ -39,7 +39,7 @@ class ProgramFile(unittest.TestCase):
         self.assertNotIn(".debug", output_of("x86_64-w64-mingw32-objdump", "-h", str(PROGRAM)))
 
     def test_carries_the_icon_of_every_machine_in_16_colours(self):
-        icon = SOURCES / "platform/win32/zendor_serial_extractor.ico"
+        icon = SOURCES / "platform/shared/icon/zendor_serial_extractor.ico"
         drawn = SOURCES / "platform/shared/icon/zendor_serial_extractor.xpm"
         data = icon.read_bytes()
         self.assertIn(data[22:], PROGRAM.read_bytes())

@@ -9,7 +9,8 @@ import sys
 import time
 import unittest
 
-from layout import BUTTON, OPTIONS, PLACES
+from captions import BUTTON, OPTIONS
+from layout import PLACES
 from on_windows import VERSION, OnWindows, Pod
 from picture import finished_picture
 from screen import wait_for, xdotool

@@ -23,6 +23,6 @@ wineboot --init >/dev/null 2>&1
 ctest --preset windows
 
 for test in program_file line request appearance; do
-  PYTHONPATH=tools PYTHONDONTWRITEBYTECODE=1 tools/virtual_screen.sh \
+  PYTHONPATH=tools:tests/whole_program PYTHONDONTWRITEBYTECODE=1 tools/virtual_screen.sh \
     tests/windows/${test}_test.py build/windows build/release/simulator/zendor-pod-simulator
 done

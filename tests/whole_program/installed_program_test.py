@@ -6,7 +6,7 @@ Usage: installed_program_test.py PROGRAM
 
 import sys
 
-from layout import BUTTON
+from captions import BUTTON
 from user import User
 
 with User([sys.argv[1]]) as user:

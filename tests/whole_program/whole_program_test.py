@@ -16,7 +16,8 @@ import time
 import unittest
 
 from appearance import Appearance
-from layout import BUTTON, HEADING, HEIGHT, OPTIONS, PLACES, WIDTH
+from captions import BUTTON, HEADING, OPTIONS
+from layout import HEIGHT, PLACES, WIDTH
 from screen import output_of, wait_for
 from simulated_pod import BUILD_CODE, POLL, SERIAL, SLOW, WHOLE_REQUEST, SimulatedPod
 from user import User, place_of

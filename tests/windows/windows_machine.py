@@ -8,7 +8,7 @@ import shutil
 import subprocess
 import tempfile
 
-from layout import BUTTON
+from captions import BUTTON
 from screen import wait_for, xdotool
 
 PORTS = r"HKLM\Software\Wine\Ports"

@@ -1,8 +1,6 @@
-"""The window as it is laid out: the texts of its controls, and where each stands."""
+"""Where the controls of the window stand."""
 
-HEADING = "Your Zendor Serial Number is:"
-BUTTON = "Get Serial Number"
-OPTIONS = [f"Serial Port {number}" for number in range(1, 5)]
+from captions import BUTTON, HEADING, OPTIONS
 
 # The client area, in twips.
 WIDTH, HEIGHT = 5652, 2952

@@ -1,6 +1,6 @@
 """What the heading and the result look like on every machine at 96 dots per inch."""
 
-from layout import HEADING
+from captions import HEADING
 from picture import finished_picture, ink_width
 
 
