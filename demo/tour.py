@@ -5,9 +5,11 @@ pictures of it.
 Usage: tour.py ZENDOR_DEMO FOLDER_FOR_PICTURES
 """
 
+import subprocess
 import sys
+import time
 
-from captions import BUTTON
+from captions import BUTTON, OPTIONS
 from user import User
 
 
@@ -15,28 +17,30 @@ def main(demo, folder):
     with User([demo]) as user:
 
         def show(moment, words):
-            user.picture_of_window(f"{folder}/{moment}.png")
+            """The window and what stands before it, without the empty screen around."""
+            time.sleep(0.3)  # what shows has been drawn by then
+            picture = f"{folder}/{moment}.png"
+            subprocess.run(["import", "-window", "root", "-trim", "+repage", picture], check=True)
             print(f"{moment:<14}  {words}", flush=True)
 
+        def request(option):
+            user.click(option)
+            user.click(BUTTON)
+
         show("start", user.result() or "an empty result")
-        show("menu", ", ".join(user.open_menu("Serial Port")))
+        user.open_menu()
+        show("menu", "a line, and nothing to choose")
         user.press("Escape", "Escape")
 
-        user.click(BUTTON)
+        request(OPTIONS[0])
         show("port-1", user.wait_for_result())
-        user.click("Serial Port 2")
-        user.click(BUTTON)
-        show("port-2", user.wait_for_other_result("C-1234567"))
-        user.click("Serial Port 3")
-        user.click(BUTTON)
-        box = user.box()
-        show("port-3", f"[{box.title}] {box.text}")
-        user.answer(box)
-        user.click("Serial Port 4")
-        user.click(BUTTON)
-        box = user.box()
-        show("port-4", f"[{box.title}] " + box.text.replace("\n", " / "))
-        user.answer_last(box)
+        request(OPTIONS[1])
+        show("port-2", user.wait_for_result("C-1234567"))
+        for option, moment in ((OPTIONS[2], "port-3"), (OPTIONS[3], "port-4")):
+            request(option)
+            box = user.box()
+            show(moment, f"[{box.title}] " + box.text.replace("\n", " / "))
+            user.answer(box)
         print(f"{'end':<14}  the program has ended with status {user.wait_for_end()}")
 
 

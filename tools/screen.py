@@ -17,8 +17,8 @@ def wait_for(look, what, seconds=20.0):
         time.sleep(0.01)
 
 
-def output_of(*command):
-    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+def output_of(*command, check=True):
+    return subprocess.run(command, check=check, capture_output=True, text=True).stdout
 
 
 def xdotool(*arguments):

@@ -56,8 +56,10 @@ QFont fontOf(const FormFont& font) {
 }
 
 bool captionFits(const QWidget& control) {
+  const QSize caption =
+      control.fontMetrics().size(Qt::TextSingleLine, control.property("text").toString());
   return control.sizeHint().width() <= control.width() &&
-         control.fontMetrics().height() <= control.contentsRect().height();
+         caption.height() <= control.contentsRect().height();
 }
 
 void widenIntoFreeRoom(QWidget& option, const QWidget& client) {

@@ -32,9 +32,9 @@ class Picture:
         return inside
 
     def ink(self):
-        """Left and right end of what differs from the background, and where the right edge is."""
-        background = self.rows[0][0]
-        columns = [any(row[x] != background for row in self.rows) for x in range(len(self.rows[0]))]
+        """Left and right end of what differs from the background, which is that of the left edge, and
+        where the right edge is."""
+        columns = [any(row[x] != row[0] for row in self.rows) for x in range(len(self.rows[0]))]
         return columns.index(True), len(columns) - columns[::-1].index(True), len(columns)
 
     def colors(self):
@@ -58,9 +58,9 @@ def finished_picture(place, what):
     return wait_for(look, what)
 
 
-def ink_width(text, points):
-    """How wide the bold text is at 96 dots per inch, drawn by another program."""
-    command = ["convert", "-density", "96", "-font", "Liberation-Sans-Bold", "-pointsize"]
+def ink_width(text, points, density):
+    """How wide the bold text is, drawn by another program."""
+    command = ["convert", "-density", str(density), "-font", "Liberation-Sans-Bold", "-pointsize"]
     command += [str(points), f"label:{text}", "-trim", "-format", "%w", "info:"]
     return int(output_of(*command))
 

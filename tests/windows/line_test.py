@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """The line of the Windows program on a pseudo-terminal behind COM1.
 
-Usage: line_test.py BUILD_FOLDER ZENDOR_POD_SIMULATOR
+Usage: line_test.py windows BUILD_FOLDER ZENDOR_POD_SIMULATOR
 """
 
 import os
@@ -12,12 +12,15 @@ import threading
 import tty
 import unittest
 
-from on_windows import BUILD, OnWindows
-
-LINE_TEST = BUILD / "tests/windows/win32_line_test.exe"
+from windows_machine import Windows
 
 
-class Line(OnWindows):
+class Line(unittest.TestCase):
+    def setUp(self):
+        self.windows = Windows(sys.argv[2])
+        self.addCleanup(self.windows.remove)
+        self.windows.set_up()
+
     def test_carries_bytes_as_they_are_at_9600_8n1_without_flow_control(self):
         near, far = os.openpty()
         tty.setraw(far)
@@ -26,14 +29,14 @@ class Line(OnWindows):
         wrong[2] |= termios.CSTOPB | termios.CRTSCTS
         wrong[4] = wrong[5] = termios.B1200
         termios.tcsetattr(far, termios.TCSANOW, wrong)
-        self.windows.attach(com1=os.ttyname(far))
+        self.windows.attach(os.ttyname(far))
 
         def send_back():
             while received := os.read(near, 1024):
                 os.write(near, received)
 
         threading.Thread(target=send_back, daemon=True).start()
-        test = self.windows.start(LINE_TEST, stdout=subprocess.PIPE, text=True)
+        test = self.windows.start("tests/windows/win32_line_test.exe", stdout=subprocess.PIPE, text=True)
         with test.stdout:
             report = test.stdout.read()
         self.assertEqual(test.wait(), 0, report)

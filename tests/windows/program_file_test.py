@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """The file of the Windows program and the archive that it is carried away in.
 
-Usage: program_file_test.py BUILD_FOLDER ZENDOR_POD_SIMULATOR
+Usage: program_file_test.py windows BUILD_FOLDER ZENDOR_POD_SIMULATOR
 """
 
 import pathlib
@@ -11,10 +11,11 @@ import sys
 import unittest
 import zipfile
 
-from on_windows import BUILD, PROGRAM, VERSION
+from machine import SOURCES, VERSION
 from screen import output_of
 
-SOURCES = pathlib.Path(__file__).resolve().parents[2]
+BUILD = pathlib.Path(sys.argv[2])
+PROGRAM = BUILD / "program/windows/ZendorSerialExtractor.exe"
 
 # Files that every Windows 10 has.
 SYSTEM_LIBRARIES = {

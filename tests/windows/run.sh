@@ -5,7 +5,7 @@ cd "$(dirname "$0")/../.."
 . tools/packages.sh
 
 install_missing "${build_packages[@]}" "${windows_packages[@]}" wine wine64 \
-  xvfb xauth openbox xdotool x11-utils imagemagick dbus python3
+  xvfb xauth openbox xdotool xclip x11-utils imagemagick dbus python3
 
 cmake --preset windows
 cmake --build --preset windows
@@ -22,7 +22,8 @@ trap 'wineserver --kill || true; rm -rf "$WINEPREFIX"' EXIT
 wineboot --init >/dev/null 2>&1
 ctest --preset windows
 
-for test in program_file line request appearance; do
-  PYTHONPATH=tools:tests/whole_program PYTHONDONTWRITEBYTECODE=1 tools/virtual_screen.sh \
-    tests/windows/${test}_test.py build/windows build/release/simulator/zendor-pod-simulator
+for test in windows/program_file windows/line whole_program/request whole_program/appearance; do
+  PYTHONPATH=tools:tests/windows:tests/whole_program PYTHONDONTWRITEBYTECODE=1 \
+    tools/virtual_screen.sh "tests/${test}_test.py" \
+    windows build/windows build/release/simulator/zendor-pod-simulator
 done

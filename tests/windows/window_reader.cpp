@@ -1,8 +1,8 @@
 // A reader of other programs' windows: for every line of input it lists the visible windows of the
-// desktop, each followed by its children, then an empty line. A row has, separated by tabs: level,
-// class, state ("enabled", "focused", "checked"; of a whole window "resizable", "dialog"),
-// left, top, right and bottom in screen pixels, and the text with its line breaks and tabs escaped.
-// The line "clipboard" lists the copied text instead.
+// desktop, each followed by its client area and its children, then an empty line. A row has,
+// separated by tabs: level, class, state ("enabled", "focused", "checked"; of a whole window
+// "resizable", "dialog"), left, top, right and bottom in screen pixels, and the text with its line
+// breaks and tabs escaped.
 #include <windows.h>
 
 #include <iostream>
@@ -63,35 +63,36 @@ std::string stateOf(HWND window) {
   return state;
 }
 
-void list(HWND window, int level) {
+void list(int level, const std::string& kind, const std::string& state, const RECT& place,
+          const std::string& text) {
+  std::cout << level << '\t' << kind << '\t' << state << '\t' << place.left << '\t' << place.top
+            << '\t' << place.right << '\t' << place.bottom << '\t' << escaped(text) << '\n';
+}
+
+void listWindow(HWND window, int level) {
   RECT place{};
   GetWindowRect(window, &place);
-  std::cout << level << '\t' << classOf(window) << '\t' << stateOf(window) << '\t' << place.left
-            << '\t' << place.top << '\t' << place.right << '\t' << place.bottom << '\t'
-            << escaped(textOf(window)) << '\n';
+  list(level, classOf(window), stateOf(window), place, textOf(window));
+}
+
+void listClientArea(HWND window) {
+  RECT place{};
+  GetClientRect(window, &place);
+  MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&place), 2);
+  list(1, "client area", "", place, "");
 }
 
 BOOL CALLBACK listChild(HWND window, LPARAM) {
-  list(window, 1);
+  listWindow(window, 1);
   return TRUE;
 }
 
 BOOL CALLBACK listTopLevel(HWND window, LPARAM) {
   if (!IsWindowVisible(window)) return TRUE;
-  list(window, 0);
+  listWindow(window, 0);
+  listClientArea(window);
   EnumChildWindows(window, &listChild, 0);
   return TRUE;
-}
-
-void listClipboard() {
-  if (!OpenClipboard(nullptr)) return;
-  const HANDLE text = GetClipboardData(CF_UNICODETEXT);
-  if (text != nullptr) {
-    std::cout << escaped(zendor::utf8FromWide(static_cast<const wchar_t*>(GlobalLock(text))));
-    GlobalUnlock(text);
-  }
-  CloseClipboard();
-  std::cout << '\n';
 }
 
 }  // namespace
@@ -99,11 +100,7 @@ void listClipboard() {
 int main() {
   SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
   for (std::string line; std::getline(std::cin, line);) {
-    if (line.starts_with("clipboard")) {
-      listClipboard();
-    } else {
-      EnumWindows(&listTopLevel, 0);
-    }
+    EnumWindows(&listTopLevel, 0);
     std::cout << std::endl;
   }
 }

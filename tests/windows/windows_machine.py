@@ -1,5 +1,5 @@
-"""A Windows of the tests' own under Wine, and a user of the program on it: sees its windows through
-a reader program, as a screen reader does, and acts with the screen's own mouse and keyboard."""
+"""A Windows of the tests' own under Wine, and a user of the program on it, who sees its windows
+through a reader program, as a screen reader does."""
 
 import collections
 import os
@@ -8,8 +8,8 @@ import shutil
 import subprocess
 import tempfile
 
-from captions import BUTTON
-from screen import wait_for, xdotool
+from any_user import AnyUser, Box
+from screen import output_of
 
 PORTS = r"HKLM\Software\Wine\Ports"
 DESKTOP = r"HKCU\Control Panel\Desktop"
@@ -19,12 +19,25 @@ COLORS = r"HKCU\Control Panel\Colors"
 # The services of Wine outlive the program that started them and would hold its streams open.
 SILENT = {name: subprocess.DEVNULL for name in ("stdin", "stdout", "stderr")}
 
+# The message font, 11 or 27 pixels high.
+FACE = "00" * 12 + "90010000" + "00" * 8 + "Tahoma".encode("utf-16-le").hex()
+USUAL, LARGE = ((height + "ffffff" + FACE).ljust(184, "0") for height in ("f5", "e5"))
+
 
 class Windows:
     """COM1 to COM4 are links in a folder, so that a test puts a device behind a number while Windows
     runs. All four are named: Wine gives free numbers to the real ports of the machine."""
 
-    def __init__(self):
+    densities = [{"density": density} for density in (96, 120, 144, 192)]
+    densities.append({"density": 96, "font": LARGE})
+    holds = []
+    write_refusal = (
+        r"^Unhandled Error number \d+\nCOM1: .* If its adapter has been pulled out, plug it in again\."
+        r"\nOccured in LL_Serial_SendMessage$"
+    )
+
+    def __init__(self, build):
+        self.build = pathlib.Path(build)
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="windows-"))
         self.environment = dict(
             os.environ,
@@ -32,10 +45,10 @@ class Windows:
             WINEDLLOVERRIDES="mscoree,mshtml=",
             WINEDEBUG="-all",
         )
+        self.reader = None
         self.run("wineboot", "--init")
         for number in range(1, 5):
             self.set(PORTS, f"COM{number}", str(self.port(number)))
-        self.shut_down()
 
     def remove(self):
         self.shut_down()
@@ -45,36 +58,64 @@ class Windows:
         subprocess.run(command, env=self.environment, check=check, **SILENT)
 
     def start(self, program, **streams):
-        return subprocess.Popen(["wine", program], env=self.environment, **{**SILENT, **streams})
+        command = ["wine", self.build / program]
+        return subprocess.Popen(command, env=self.environment, **{**SILENT, **streams})
 
     def set(self, key, name, value, kind="REG_SZ"):
         self.run("wine", "reg", "add", key, "/v", name, "/t", kind, "/d", value, "/f")
 
+    def set_up(self, density=96, font=USUAL, colors=((255, 255, 255), (0, 0, 0))):
+        """The density, the message font, and the colours of the result box and of text. Windows
+        starts anew with them."""
+        self.set(DESKTOP, "LogPixels", str(density), "REG_DWORD")
+        self.set(METRICS, "MessageFont", font, "REG_BINARY")
+        for name, color in zip(("HilightText", "WindowText"), colors):
+            self.set(COLORS, name, " ".join(map(str, color)))
+        self.shut_down()
+
     def shut_down(self):
-        """Windows starts anew, with its settings, with the next program."""
+        if self.reader:
+            self.reader.close()
+            self.reader = None
         self.run("wineserver", "--kill", check=False)  # fails when none runs
         self.run("wineserver", "--wait")
 
     def port(self, number):
         return self.folder / f"com{number}"
 
-    def attach(self, **devices):
-        """attach(com1=path) puts that device behind COM1, and nothing behind the other numbers."""
+    def attach(self, *devices):
+        """Puts the devices behind COM1 and on, and nothing behind the other numbers."""
         for number in range(1, 5):
             self.port(number).unlink(missing_ok=True)
-            if f"com{number}" in devices:
-                self.port(number).symlink_to(devices[f"com{number}"])
+        for number, device in enumerate(devices, 1):
+            if device:
+                self.port(number).symlink_to(device)
+
+    def user(self, *devices):
+        """The devices are behind Serial Port 1 and on; None is no device."""
+        self.attach(*devices)
+        self.reader = self.reader or Reader(self)
+        return User(self.start("program/windows/ZendorSerialExtractor.exe"), self.reader)
+
+    def refusals(self, _):
+        """What does not open as Serial Port 2, and why, in the system's words; nothing is held."""
+        return [([], "COM2: "), ([None, __file__], "COM2: ")], None
 
 
 Row = collections.namedtuple("Row", "level kind state left top right bottom text")
 
 
+def place_of(row):
+    return row.left, row.top, row.right, row.bottom
+
+
 class Reader:
     """What the visible windows show, as the reader program lists it."""
 
-    def __init__(self, windows, program):
+    def __init__(self, windows):
         self.process = windows.start(
-            program, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, encoding="utf-8"
+            "tests/windows/window_reader.exe",
+            stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, encoding="utf-8",
         )
 
     def close(self):
@@ -82,24 +123,15 @@ class Reader:
         self.process.stdout.close()
         self.process.wait()
 
-    def ask(self, question):
-        self.process.stdin.write(question + "\n")
-        self.process.stdin.flush()
-        lines = []
-        for line in self.process.stdout:
-            if line == "\n":
-                return lines
-            lines.append(line.rstrip("\n"))
-        raise EOFError("The reader of the windows has ended")
-
-    def clipboard(self):
-        return "\n".join(self.ask("clipboard"))
-
     def windows(self):
-        """A list of rows for each window: its own, then those of its children."""
+        """A list of rows for each window: its own, that of its client area, those of its children."""
+        self.process.stdin.write("\n")
+        self.process.stdin.flush()
         found = []
-        for line in self.ask("windows"):
-            level, kind, state, left, top, right, bottom, text = line.split("\t")
+        for line in iter(self.process.stdout.readline, "\n"):
+            if not line:
+                raise EOFError("The reader of the windows has ended")
+            level, kind, state, left, top, right, bottom, text = line.rstrip("\n").split("\t")
             text = text.replace("\\r\\n", "\n").replace("\\n", "\n")
             places = map(int, (left, top, right, bottom))
             row = Row(int(level), kind, set(state.split()), *places, text)
@@ -109,72 +141,57 @@ class Reader:
         return found
 
     def window(self, kind):
-        for rows in self.windows():
-            if rows[0].kind == kind:
-                return rows
-        return None
+        return next((rows for rows in self.windows() if rows[0].kind == kind), None)
 
 
-def click_row(row):
-    xdotool("mousemove", (row.left + row.right) // 2, (row.top + row.bottom) // 2, "click", 1)
+class User(AnyUser):
+    """Uses the window of the program that the process is."""
 
-
-class Box:
-    """An open message box."""
-
-    def __init__(self, rows):
-        self.rows = rows
-        self.title = rows[0].text
-        labels = [row for row in rows if row.kind == "Static"]
-        self.text = "\n".join(row.text for row in labels if row.text)
-        top = min(row.top for row in labels)
-        self.inside = (rows[0].left, top, rows[0].right, rows[0].bottom)  # without the title bar
-        self.buttons = [row.text.replace("&", "") for row in rows if row.kind == "Button"]
-
-
-class User:
-    """Starts the program and uses its window; the program is killed at the end of a with block."""
-
-    def __init__(self, windows, reader, program):
+    def __init__(self, process, reader):
+        super().__init__(process, "zendorserialextractor.exe")
         self.reader = reader
-        self.process = windows.start(program)
-        wait_for(lambda: self.focused(), "The keyboard focus")
-        wait_for(self.has_keyboard, "The keyboard of the screen")
-
-    def __enter__(self):
-        return self
+        self.wait_until(self.focused, "The keyboard focus")
+        self.wait_until(self.has_keyboard, "The keyboard of the screen")
 
     def __exit__(self, *_):
-        self.process.kill()
-        self.process.wait()
-        wait_for(lambda: None if self.rows() else True, "The end of the window")
+        super().__exit__()
+        self.wait_until(lambda: not self.rows(), "The end of the window")
 
     def rows(self):
-        return self.reader.window("ZendorForm")
+        return self.reader.window("ZendorForm") or []
 
     def find(self, text):
-        for row in self.rows() or []:
-            if row.text == text:
-                return row
-        return None
+        return next(row for row in self.rows()[1:] if row.text == text)
+
+    def title(self):
+        return self.rows()[0].text
+
+    def place(self, caption):
+        return place_of(self.find(caption))
+
+    def client_place(self):
+        return place_of(self.rows()[1])
+
+    def menu_bar(self):
+        left, top, right, _ = self.client_place()
+        return left, top - 16, right, top
 
     def result_row(self):
         return next(row for row in self.rows() if row.kind == "Edit")
 
+    def result_place(self):
+        return place_of(self.result_row())
+
     def result(self):
         return self.result_row().text
 
-    def focused(self):
-        for row in self.rows() or []:
-            if "focused" in row.state:
-                return row.text
-        return None
-
-    def has_keyboard(self):
-        """Windows gives the focus within the window; the window manager gives it the keys."""
-        command = ["xdotool", "getwindowfocus", "getwindowname"]
-        name = subprocess.run(command, capture_output=True, text=True).stdout.strip()
-        return True if name == self.rows()[0].text else None
+    def find_box(self):
+        rows = self.reader.window("#32770")
+        if not rows:
+            return None
+        texts = [row.text for row in rows if row.kind == "Static" and row.text]
+        buttons = {row.text.replace("&", ""): place_of(row) for row in rows if row.kind == "Button"}
+        return Box(rows[0].text, "\n".join(texts), buttons, place_of(rows[1]))
 
     def is_enabled(self, text):
         return "enabled" in self.find(text).state
@@ -182,35 +199,10 @@ class User:
     def is_selected(self, text):
         return "checked" in self.find(text).state
 
-    def click(self, text):
-        click_row(self.find(text))
+    def focused(self):
+        return next((row.text for row in self.rows() if "focused" in row.state), None)
 
-    def press(self, *keys):
-        xdotool("key", *keys)
-
-    def box(self):
-        return Box(wait_for(lambda: self.reader.window("#32770"), "A message box"))
-
-    def answer(self, box):
-        click_row(next(row for row in box.rows if row.kind == "Button"))
-        wait_for(lambda: None if self.reader.window("#32770") else True, "The end of the box")
-
-    def wait_for_result(self, earlier=""):
-        def look():
-            now = self.result()
-            return now if now not in ("", earlier) else None
-
-        return wait_for(look, "A result")
-
-    def wait_until_focused(self, text):
-        wait_for(lambda: self.focused() == text or None, f'The focus on "{text}"')
-
-    def wait_until_selected(self, text):
-        wait_for(lambda: self.is_selected(text) or None, f'"{text}" selected')
-
-    def wait_until_enabled(self, enabled=True):
-        wait_for(lambda: self.is_enabled(BUTTON) == enabled or None, f"Button enabled: {enabled}")
-
-    def wait_for_end(self, seconds=10.0):
-        """The exit status of the program."""
-        return self.process.wait(seconds)
+    def has_keyboard(self):
+        """Windows gives the focus within the window; the window manager gives it the keys."""
+        command = ["xdotool", "getwindowfocus", "getwindowname"]
+        return output_of(*command, check=False).strip() == self.title()

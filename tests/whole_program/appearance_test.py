@@ -1,0 +1,93 @@
+#!/usr/bin/python3
+"""How the window looks at every density and in every theme, on the machine that machine.py names."""
+
+import sys
+import unittest
+
+from captions import BUTTON, HEADING, OPTIONS
+from layout import HEIGHT, PLACES, WIDTH
+from machine import Pod, this_machine
+from picture import Picture, contrast, finished_picture, ink_width
+from screen import output_of, wait_for
+
+
+class Appearance(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.machine = this_machine()
+        cls.addClassCleanup(cls.machine.remove)
+
+    def test_keeps_its_layout_and_every_text_whole_at_every_density(self):
+        for settings in self.machine.densities:
+            self.machine.set_up(**settings)
+            with self.subTest(**settings), Pod("--serial-number", "16777215") as pod:
+                with self.machine.user(pod.device) as user:
+                    user.press("space")
+                    result = user.wait_for_result()
+                    user.wait_until_ready()
+                    user.click(OPTIONS[1])  # takes the focus frame off the button
+                    self.assert_layout(user, settings["density"])
+                    self.assert_texts(user, result, settings["density"])
+
+    def assert_layout(self, user, density):
+        def pixels(twips):
+            return int(twips * density / 1440 + 0.5)
+
+        left, top, right, bottom = user.client_place()
+        self.assertEqual((right - left, bottom - top), (pixels(WIDTH), pixels(HEIGHT)))
+        width, height = map(int, output_of("xdotool", "getdisplaygeometry").split())
+        self.assertAlmostEqual(left + right, width, delta=4)
+        self.assertAlmostEqual(top + bottom, height, delta=80 * density / 96)  # bars lie above
+        for caption, (x, y, w, h) in PLACES.items():
+            expected = [left + pixels(x), top + pixels(y), left + pixels(x + w), top + pixels(y + h)]
+            seen = list(user.place(caption) if caption else user.result_place())
+            if caption in OPTIONS:  # as wide and as high as it has to be
+                expected, seen = ([p[0], (p[1] + p[3]) // 2] for p in (expected, seen))
+                self.assertAlmostEqual(seen.pop(), expected.pop(), delta=1, msg=caption)
+            self.assertEqual(seen, expected, caption)
+
+    def assert_texts(self, user, result, density):
+        """Each is centred, bold, of its size and keeps off the edges; the result stands in a box."""
+        box = finished_picture(user.result_place(), "The result")
+        inside = box.without_edges()
+        for colors in box.edges():
+            self.assertEqual(len(colors), 1, "The border is broken")
+            self.assertNotIn(inside.rows[0][0], colors, "There is no border")
+        button = finished_picture(user.place(BUTTON), "The button")
+        for _ in range(density * 6 // 96):
+            button = button.without_edges()
+        heading = finished_picture(user.place(HEADING), "The heading")
+        texts = [(heading, HEADING, 13.8), (inside, result, 24), (button, BUTTON, 13.8)]
+        for picture, text, points in texts:
+            _, top, _, bottom = picture.edges()
+            left, right, end = picture.ink()
+            self.assertTrue(len(top) == len(bottom) == 1 and right < end, f'"{text}" is clipped')
+            self.assertAlmostEqual(left, end - right, delta=4, msg=text)
+            expected = ink_width(text, points, density)
+            self.assertAlmostEqual(right - left, expected, delta=expected * 0.03, msg=text)
+        for option in OPTIONS:  # on its left is the circle
+            edges = finished_picture(user.place(option), option).without_edges().edges()
+            for colors in edges[1:]:
+                self.assertEqual(len(colors), 1, f'"{option}" is clipped')
+
+    def test_keeps_the_result_readable_in_every_theme(self):
+        for background, text in [
+            ((255, 255, 255), (0, 0, 0)), ((0, 0, 0), (0, 0, 0)), ((120, 120, 120), (100, 100, 100)),
+            ((255, 255, 255), (130, 130, 130)),  # hardly
+        ]:
+            self.machine.set_up(colors=(background, text))
+            with self.subTest(background=background, text=text), Pod() as pod:
+                with self.machine.user(pod.device) as user:
+                    user.press("space")
+                    user.wait_for_result()
+
+                    def best_contrast():
+                        inside = Picture(*user.result_place()).without_edges()
+                        self.assertEqual(inside.rows[0][0], background)
+                        return max(contrast(background, color) for color in inside.colors())
+
+                    wait_for(lambda: best_contrast() >= 4.5 or None, "A readable result")
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1], verbosity=2)

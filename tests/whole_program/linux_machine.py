@@ -1,0 +1,57 @@
+"""Linux: the window on devices that the test names, with the desktop's settings in its variables."""
+
+import fcntl
+import pathlib
+import tempfile
+
+from user import User
+
+# Groups that make the toolkit believe a file of colours, and those of the result box.
+COLORS = """[Colors:Button]
+BackgroundNormal=200,200,200
+[Colors:Window]
+BackgroundNormal=200,200,200
+ForegroundNormal={text}
+[Colors:Selection]
+ForegroundNormal={background}
+"""
+
+
+class Linux:
+    densities = [{"density": density} for density in (96, 120, 144, 192)]
+    holds = [User.open_menu, User.open_menu_of_result]
+    write_refusal = r"^Unhandled Error number 5\n.* is gone: .*\nOccured in LL_Serial_SendMessage$"
+
+    def __init__(self, program):
+        self.program = program
+        self.folder = tempfile.TemporaryDirectory()
+        self.variables = {}
+
+    def remove(self):
+        self.folder.cleanup()
+
+    def user(self, *devices):
+        """The devices are behind Serial Port 1 and on; None is no device."""
+        devices = [device or "/dev/none" for device in devices]
+        return User([self.program, *devices], **self.variables)
+
+    def set_up(self, density=96, colors=()):
+        """The density, and the colours of the result box and of text."""
+        self.variables = {"QT_FONT_DPI": str(density), "QT_ENABLE_HIGHDPI_SCALING": "0"}
+        if colors:
+            background, text = (",".join(map(str, color)) for color in colors)
+            globals_file = pathlib.Path(self.folder.name, "kdeglobals")
+            globals_file.write_text(COLORS.format(background=background, text=text))
+            self.variables.update(XDG_CONFIG_HOME=self.folder.name, XDG_CURRENT_DESKTOP="KDE",
+                                  KDE_SESSION_VERSION="5")
+
+    def refusals(self, device):
+        """What does not open as Serial Port 2, and why."""
+        holder = open(device, "rb")
+        fcntl.flock(holder, fcntl.LOCK_EX)
+        return [
+            ([], "There is no serial port 2 on this computer"),
+            ([None, "/dev/ttyNone"], "There is no serial port /dev/ttyNone on this computer"),
+            ([None, device], f"The serial port {device} is in use by another program"),
+            ([None, __file__], f"{__file__} is not a serial port"),
+        ], holder

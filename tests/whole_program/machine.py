@@ -1,0 +1,44 @@
+"""The machine that the whole program is tried on, and a pod for it.
+
+A test is started with "linux" and the window on given ports, or with "windows" and the folder where
+that program was built; then with the simulator.
+"""
+
+import functools
+import glob
+import os
+import pathlib
+import re
+import sys
+
+from screen import wait_for
+from simulated_pod import SimulatedPod
+
+SOURCES = pathlib.Path(__file__).resolve().parents[2]
+VERSION = re.search(r"VERSION (\d+\.\d+\.\d+)", (SOURCES / "CMakeLists.txt").read_text())[1]
+
+Pod = functools.partial(SimulatedPod, sys.argv[3])
+
+
+def this_machine():
+    if sys.argv[1] == "windows":
+        from windows_machine import Windows
+
+        return Windows(sys.argv[2])
+    from linux_machine import Linux
+
+    return Linux(sys.argv[2])
+
+
+def is_held(device):
+    for name in glob.glob("/proc/[0-9]*/fd/*"):
+        try:
+            if os.readlink(name) == device:
+                return True
+        except OSError:  # closed meanwhile
+            pass
+    return False
+
+
+def wait_until_held(device, held=True):
+    wait_for(lambda: is_held(device) == held or None, f"{device} held: {held}")

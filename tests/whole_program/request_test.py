@@ -1,0 +1,245 @@
+#!/usr/bin/python3
+"""The whole program as a user meets it, on the machine that machine.py names: the real window, the
+real port service on a pseudo-terminal, and a simulated pod."""
+
+import re
+import sys
+import tempfile
+import time
+import unittest
+
+from captions import BUTTON, OPTIONS
+from machine import VERSION, Pod, this_machine, wait_until_held
+from picture import finished_picture
+from screen import output_of
+from simulated_pod import BUILD_CODE, POLL, SERIAL, SLOW, WHOLE_REQUEST
+
+NO_POD = ("Error", "You Must Attach The Zendor!", "red")
+FAULTY = ("Error", "You Zendor maybe Faulty", "red")
+
+
+class Request(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.machine = this_machine()
+        cls.addClassCleanup(cls.machine.remove)
+        cls.machine.set_up()
+
+    user = property(lambda self: self.machine.user)
+
+    def assert_box(self, box, title, text, sign):
+        """The text is a pattern, the sign's colour red for a stop and yellow for a warning."""
+        self.assertEqual((box.title, list(box.buttons)), (title, ["OK"]))
+        self.assertRegex(box.text, text)
+        self.assertEqual(finished_picture(box.inside, "The message").sign(), sign)
+
+    def test_is_a_dialog_of_fixed_size_with_an_icon_and_a_menu_that_offers_nothing(self):
+        with self.user() as user:
+            self.assertEqual(user.title(), f"Zendor Serial Number Extractor V{VERSION}")
+            told = output_of("xprop", "-name", user.title())
+            self.assertIn("Icon (32 x 32)", told)
+            least, most = re.findall(r"m[ai][nx]imum size: (\d+ by \d+)", told)
+            self.assertEqual(least, most)
+            functions = re.search(r"_MOTIF_WM_HINTS\(_MOTIF_WM_HINTS\) = \w+, (\w+)", told)[1]
+            self.assertEqual(int(functions, 16) & 0x18, 0)  # to minimise and to maximise
+            _, end, _ = finished_picture(user.menu_bar(), "The title of the menu").ink()
+            self.assertGreater(end, 40)  # at the start it is "Port", and shorter
+            menu = finished_picture(user.open_menu(), "The menu").without_edges()
+            drawn = [set(row) for row in menu.rows if len(set(row)) > 1]
+            self.assertEqual([len(colors) for colors in drawn], [2])  # a line on the background
+
+    def test_shows_the_number_and_closes_the_port(self):
+        rows = [
+            (("--build-code", "Customer", "--serial-number", "1234567"), "C-1234567"),
+            (("--build-code", "Engineer", "--serial-number", "42"), "E-42"),
+            (("--build-code", "Engineer", "--serial-number", "16777215"), "E-16777215"),
+        ]
+        for options, caption in rows:
+            with self.subTest(caption), Pod(*options) as pod, self.user(pod.device) as user:
+                self.assertEqual((user.result(), user.focused()), ("", BUTTON))
+                self.assertTrue(user.is_selected(OPTIONS[0]))
+                user.press("space")
+                self.assertEqual(user.wait_for_result(), caption)
+                user.wait_until_ready()
+                user.wait_until_focused(BUTTON)  # which it had lost while it was disabled
+                wait_until_held(pod.device, False)
+                self.assertEqual(pod.requests(), WHOLE_REQUEST)
+
+    def test_asks_the_port_that_is_chosen_at_the_click(self):
+        with Pod("--serial-number", "1", *SLOW) as first, Pod("--serial-number", "4") as fourth:
+            with self.user(first.device, None, None, fourth.device) as user:
+                user.click(BUTTON)
+                user.click(OPTIONS[3])
+                self.assertEqual(user.wait_for_result(), "C-1")
+                user.wait_until_ready()
+                user.click(BUTTON)
+                self.assertEqual(user.wait_for_result("C-1"), "C-4")
+
+    def test_says_once_that_no_pod_answers_and_stays_usable(self):
+        faults = ("--fault", "echo-only:254:2")  # nobody answers the first poll
+        with Pod(*faults, "--serial-number", "7") as pod, self.user(pod.device) as user:
+            start = time.monotonic()
+            user.click(BUTTON)
+            user.click(OPTIONS[1])  # the window is alive meanwhile
+            user.wait_until_selected(OPTIONS[1])
+            self.assertFalse(user.is_enabled(BUTTON))
+            box = user.box()
+            self.assertGreater(time.monotonic() - start, 1.9)
+            self.assert_box(box, *NO_POD)
+            user.click(OPTIONS[2])  # the box is modal to the window
+            user.answer(box)
+            user.wait_until_focused(BUTTON)
+            self.assertTrue(user.is_selected(OPTIONS[1]))
+            self.assertEqual(user.result(), "")
+            user.click(OPTIONS[0])
+            user.click(BUTTON)
+            self.assertEqual(user.wait_for_result(), "C-7")
+            self.assertEqual(pod.requests(), [POLL, POLL, *WHOLE_REQUEST])
+
+    def test_is_worked_with_the_keyboard_alone(self):
+        with Pod("--serial-number", "5") as pod, self.user(pod.device, pod.device) as user:
+            steps = [
+                ("space", BUTTON, 1),
+                ("Tab", OPTIONS[0], 1),
+                ("Down", OPTIONS[1], 1),
+                ("Return", OPTIONS[1], 2),  # the default button, from wherever the keyboard is
+                ("Escape", OPTIONS[1], 2),
+                ("Tab", BUTTON, 2),
+                ("shift+Tab", OPTIONS[1], 2),
+                ("shift+Tab", BUTTON, 2),
+                ("Return", BUTTON, 3),
+            ]
+            for key, focus, requests in steps:
+                with self.subTest(key):
+                    user.press(key)
+                    user.wait_until_focused(focus)
+                    pod.wait_for(SERIAL, requests)
+                    user.wait_until_ready()
+                    self.assertEqual(user.wait_for_result(), "C-5")
+            self.assertTrue(user.is_selected(OPTIONS[1]))
+            self.assertFalse(user.is_selected(OPTIONS[0]))
+            user.press("ctrl+c")
+            user.wait_until_copied("C-5")
+            self.assertEqual(pod.requests(), WHOLE_REQUEST * 3)
+
+    def test_copies_the_result_with_the_mouse(self):
+        with Pod("--serial-number", "6") as pod, self.user(pod.device) as user:
+            user.press("space")
+            user.wait_for_result()
+            user.wait_until_focused(BUTTON)
+            user.click_at(user.result_place(), times=2)
+            user.open_menu_of_result()
+            user.press("c")  # of "Copy"
+            user.wait_until_copied("C-6")
+
+    def test_leaves_the_focus_where_the_user_puts_it_during_a_request(self):
+        with Pod(*SLOW) as pod, self.user(pod.device) as user:
+            user.press("Return")
+            user.wait_until_ready(False)
+            user.press("Tab")
+            user.wait_until_focused(OPTIONS[0])
+            user.press("Return")  # a second request does not start inside the first
+            user.wait_for_result()
+            user.wait_until_ready()
+            self.assertEqual(user.focused(), OPTIONS[0])
+            twice = [POLL, POLL, BUILD_CODE, BUILD_CODE, SERIAL, SERIAL]
+            self.assertEqual(pod.requests(), twice)
+
+    def test_a_request_goes_on_while_the_user_holds_the_window(self):
+        for hold in self.machine.holds:
+            with self.subTest(hold.__name__), Pod("--no-pod") as pod:
+                with self.user(pod.device) as user:
+                    user.press("space")
+                    user.wait_until_ready(False)
+                    hold(user)
+                    self.assert_box(user.box(), *NO_POD)
+                    self.assertIsNone(user.find_menu())
+            with self.subTest(hold.__name__), Pod(*SLOW) as pod, self.user(pod.device) as user:
+                user.press("space")
+                user.wait_until_ready(False)
+                hold(user)
+                user.wait_for_result()
+
+    def test_ends_after_a_faulty_pod(self):
+        rows = [
+            (("--fault", "wrong-checksum:242"), [POLL] + [BUILD_CODE, SERIAL, SERIAL] * 2),
+            (("--fault", "busy:192"), [POLL] + [BUILD_CODE] * 4),
+            (("--build-code", "customer"), [POLL] + [BUILD_CODE] * 2),
+        ]
+        for options, requests in rows:
+            with self.subTest(options), Pod(*options) as pod, self.user(pod.device) as user:
+                user.click(BUTTON)
+                box = user.box()
+                self.assert_box(box, *FAULTY)
+                user.answer(box)
+                self.assertEqual(user.wait_for_end(), 0)
+                self.assertEqual(pod.requests(), requests)
+
+    def test_says_why_a_port_does_not_open_and_ends(self):
+        with Pod() as pod:
+            rows, holder = self.machine.refusals(pod.device)
+            for devices, reason in rows:
+                with self.subTest(reason), self.user(*devices) as user:
+                    user.click(OPTIONS[1])
+                    user.click(BUTTON)
+                    box = user.box()
+                    text = f"^{reason}.*\nPlease free the port or choose another$"
+                    self.assert_box(box, "Error opening/closing Serial Port 2", text, None)
+                    user.answer(box)
+                    self.assertEqual(user.wait_for_end(), 0)
+            if holder:
+                holder.close()
+
+    def test_ends_at_once_when_closed_in_the_middle_of_a_wait(self):
+        with Pod("--no-pod") as pod:
+            for _ in range(2):  # the port opens again
+                with self.user(pod.device) as user:
+                    start = time.monotonic()
+                    user.click(BUTTON)
+                    wait_until_held(pod.device)
+                    user.close_window()
+                    self.assertEqual(user.wait_for_end(), 0)
+                    self.assertLess(time.monotonic() - start, 1.9)  # the wait would take 2 s
+                    wait_until_held(pod.device, False)
+
+    def test_a_line_torn_out_during_the_request_ends_it_by_what_arrived(self):
+        rows = [
+            # Nothing of a reply: the second attempt cannot be written.
+            ("echo-only:254", POLL, 2, NO_POD),
+            # In the middle of the build code, which three more attempts cannot ask for.
+            ("short-reply:192", BUILD_CODE, 4, FAULTY),
+        ]
+        for fault, request, attempts, outcome in rows:
+            with self.subTest(fault), Pod("--fault", fault) as pod:
+                with self.user(pod.device) as user:
+                    user.click(BUTTON)
+                    pod.wait_for(request)
+                    time.sleep(0.2)  # what is to come of the reply has come, the wait goes on
+                    pod.process.kill()
+                    for _ in range(attempts - pod.requests().count(request)):
+                        box = user.box()
+                        refusal = self.machine.write_refusal
+                        self.assert_box(box, "Unhandled Error", refusal, "yellow")
+                        user.answer(box)
+                    box = user.box()
+                    self.assert_box(box, *outcome)
+                    user.answer(box)
+                    if outcome == FAULTY:
+                        self.assertEqual(user.wait_for_end(), 0)
+                    else:
+                        user.wait_until_ready()
+
+    def test_a_line_torn_out_behind_a_message_opens_again_once_it_is_back(self):
+        with tempfile.TemporaryDirectory() as folder, self.user(f"{folder}/tty") as user:
+            with Pod("--no-pod", "--link", f"{folder}/tty"):
+                user.click(BUTTON)
+                box = user.box()
+            user.answer(box)
+            user.wait_until_ready()
+            with Pod("--link", f"{folder}/tty"):
+                user.click(BUTTON)
+                self.assertEqual(user.wait_for_result(), "C-1234567")
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1], verbosity=2)

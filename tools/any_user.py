@@ -1,0 +1,109 @@
+"""A user of the program, whatever machine its window is on: acts with the screen's own mouse and
+keyboard, and is patient with what there is to see."""
+
+import collections
+import re
+
+import screen
+from captions import BUTTON
+from screen import output_of, xdotool
+
+# A message box: its buttons are places by their names, the inside is its place without the title.
+Box = collections.namedtuple("Box", "title text buttons inside")
+
+
+class AnyUser:
+    """Kills the program at the end of a with block. What the window shows is seen by each machine's
+    own eyes: title(), client_place(), menu_bar(), place(caption), is_enabled(caption),
+    is_selected(caption), result(), result_place(), focused() and find_box(). A place is left, top,
+    right and bottom on the screen; what is not there is None."""
+
+    wait_for = staticmethod(screen.wait_for)
+
+    def __init__(self, process, window_class):
+        self.process = process
+        self.window_class = window_class
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.process.kill()
+        self.process.wait()
+
+    def point_at(self, place):
+        left, top, right, bottom = place
+        xdotool("mousemove", (left + right) // 2, (top + bottom) // 2)
+
+    def click_at(self, place, times=1, button=1):
+        self.point_at(place)
+        xdotool("click", "--repeat", times, "--delay", 50, button)
+
+    def click(self, caption):
+        self.click_at(self.place(caption))
+
+    def press(self, *keys):
+        xdotool("key", *keys)
+
+    def close_window(self):
+        self.press("alt+F4")
+
+    def open_menu(self):
+        """The place of the opened menu."""
+        left, top, _, bottom = self.menu_bar()
+        self.click_at((left, top, left + 60, bottom))
+        return self.menu()
+
+    def open_menu_of_result(self):
+        self.click_at(self.result_place(), button=3)
+        return self.menu()
+
+    def find_menu(self):
+        """The window manager knows nothing of an open menu."""
+        search = ["xdotool", "search", "--onlyvisible", "--class", self.window_class]
+        for window in output_of(*search, check=False).split():
+            if "not found" in output_of("xprop", "-id", window, "WM_STATE", check=False):
+                geometry = output_of("xdotool", "getwindowgeometry", "--shell", window, check=False)
+                _, left, top, width, height, *_ = map(int, re.findall(r"=(-?\d+)", geometry))
+                return left, top, left + width, top + height
+        return None
+
+    def menu(self):
+        return self.wait_for(self.find_menu, "The menu")
+
+    def box(self):
+        return self.wait_for(self.find_box, "A message box")
+
+    def answer(self, box, button="OK"):
+        self.click_at(box.buttons[button])
+        self.wait_until(lambda: self.find_box() is None, "The end of the box")
+
+    def wait_until(self, condition, what):
+        self.wait_for(lambda: condition() or None, what)
+
+    def wait_until_focused(self, caption):
+        self.wait_until(lambda: self.focused() == caption, f'The focus on "{caption}"')
+
+    def wait_until_selected(self, caption):
+        self.wait_until(lambda: self.is_selected(caption), f'"{caption}" selected')
+
+    def wait_until_ready(self, ready=True):
+        """For another request, or for the end of the one that is running."""
+        self.wait_until(lambda: self.is_enabled(BUTTON) == ready, f"Ready: {ready}")
+
+    def wait_for_result(self, earlier=""):
+        """The next one after an earlier one."""
+
+        def look():
+            now = self.result()
+            return now if now not in ("", earlier) else None
+
+        return self.wait_for(look, "A result")
+
+    def wait_until_copied(self, text):
+        command = ["xclip", "-o", "-selection", "clipboard"]
+        self.wait_until(lambda: output_of(*command, check=False) == text, f'"{text}" copied')
+
+    def wait_for_end(self, seconds=10.0):
+        """The exit status of the program."""
+        return self.process.wait(seconds)
