@@ -1,11 +1,35 @@
 #!/usr/bin/env bash
-# Measures the release build and prints a table of ratios and their targets.
+# Measures the release build and prints a table of what was measured and the targets.
+#
+#   ./bench.sh            the program of this machine
+#   ./bench.sh windows    the Windows program, cross-built and run under Wine
 set -euo pipefail
 cd "$(dirname "$0")"
 . tools/packages.sh
 
-install_missing "${build_packages[@]}" "${test_packages[@]}" libbenchmark-dev python3-xlib
-cmake --preset bench >/dev/null
-cmake --build --preset bench
-PYTHONPATH=tools PYTHONDONTWRITEBYTECODE=1 \
-  xvfb-run -a -s '-screen 0 1280x1024x24' bench/measure.py build/bench
+on_a_screen() {
+  PYTHONPATH=tools:tests/windows PYTHONDONTWRITEBYTECODE=1 \
+    xvfb-run -a -s '-screen 0 1280x1024x24' "$@"
+}
+
+case "${1:-linux}" in
+  linux)
+    install_missing "${build_packages[@]}" "${test_packages[@]}" libbenchmark-dev python3-xlib
+    cmake --preset bench >/dev/null
+    cmake --build --preset bench
+    on_a_screen bench/measure.py build/bench
+    ;;
+  windows)
+    install_missing "${build_packages[@]}" "${windows_packages[@]}" "${wine_packages[@]}" python3-xlib
+    cmake --preset release >/dev/null
+    cmake --build --preset release --target zendor-pod-simulator
+    cmake --preset bench-windows >/dev/null
+    cmake --build --preset bench-windows
+    on_a_screen bench/measure_windows.py build/bench-windows \
+      build/release/simulator/zendor-pod-simulator
+    ;;
+  *)
+    sed -n '2,5s/^# \{0,1\}//p' "$0" >&2
+    exit 2
+    ;;
+esac

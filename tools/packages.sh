@@ -14,6 +14,9 @@ test_packages=("${screen_packages[@]}" libgtest-dev)
 # What builds the Windows program and its tests.
 windows_packages=(g++-mingw-w64-x86-64-posix googletest)
 
+# What runs them, and a user's hands and eyes there.
+wine_packages=(wine wine64 xvfb xauth openbox xdotool xclip x11-utils imagemagick dbus python3)
+
 # What makes the Debian package and what distributions read packages with.
 deb_packages=(dpkg-dev file lintian desktop-file-utils appstream)
 

@@ -4,8 +4,7 @@ set -euo pipefail
 cd "$(dirname "$0")/../.."
 . tools/packages.sh
 
-install_missing "${build_packages[@]}" "${windows_packages[@]}" wine wine64 \
-  xvfb xauth openbox xdotool xclip x11-utils imagemagick dbus python3
+install_missing "${build_packages[@]}" "${windows_packages[@]}" "${wine_packages[@]}"
 
 cmake --preset windows
 cmake --build --preset windows

@@ -57,8 +57,8 @@ class Windows:
     def run(self, *command, check=True):
         subprocess.run(command, env=self.environment, check=check, **SILENT)
 
-    def start(self, program, **streams):
-        command = ["wine", self.build / program]
+    def start(self, program, *arguments, **streams):
+        command = ["wine", self.build / program, *arguments]
         return subprocess.Popen(command, env=self.environment, **{**SILENT, **streams})
 
     def set(self, key, name, value, kind="REG_SZ"):

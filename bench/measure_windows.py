@@ -1,0 +1,49 @@
+#!/usr/bin/python3
+"""Measures the Windows program under Wine and prints a table of its figures and their targets.
+
+Usage: measure_windows.py BUILD_FOLDER ZENDOR_POD_SIMULATOR
+"""
+
+import statistics
+import subprocess
+import sys
+
+from measuring import LINE_MS, print_table, start_ratios
+from simulated_pod import SimulatedPod
+from windows_machine import Windows
+
+REQUESTS = 60
+
+
+def requests(machine, simulator):
+    """For each request its time in ms, and how many handles and GDI objects there are after it."""
+    with SimulatedPod(simulator) as pod:
+        machine.attach(pod.device)
+        count = str(REQUESTS + 1)
+        bench = machine.start("bench/request_bench.exe", count, stdout=subprocess.PIPE, text=True)
+        output, _ = bench.communicate()
+    return zip(*(map(float, line.split()) for line in output.splitlines()))
+
+
+def main(build, simulator):
+    machine = Windows(build)
+    try:
+        machine.set_up()
+        times, handles, objects = requests(machine, simulator)
+        program = ["wine", f"{build}/program/windows/ZendorSerialExtractor.exe"]
+        bare = ["wine", f"{build}/bench/bare_window.exe"]
+        starts, _ = start_ratios(program, bare, 20, env=machine.environment)
+    finally:
+        machine.remove()
+    print_table([
+        (f"request on the paced line / its {LINE_MS:.1f} ms on the line, median of {REQUESTS}",
+         statistics.median(times) / LINE_MS, 1.10),
+        ("start to the first shown window / bare window, median of 20 pairs",
+         statistics.median(starts), 1.25),
+        (f"handles after {REQUESTS} more requests than one", handles[-1] - handles[0], 0),
+        (f"GDI objects after {REQUESTS} more requests than one", objects[-1] - objects[0], 0),
+    ])
+
+
+if __name__ == "__main__":
+    main(*sys.argv[1:])

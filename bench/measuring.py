@@ -1,0 +1,62 @@
+"""What the measures of both machines share: the pace of the line, start-up as the screen sees it, and
+the table of what was measured."""
+
+import select
+import subprocess
+import sys
+import time
+
+from Xlib import X, display
+
+# Three requests of 5 bytes, their echoes being the same slots of the line, and replies of 5, 13 and 8.
+LINE_BYTES = 3 * 5 + 5 + 13 + 8
+LINE_MS = LINE_BYTES * 10 / 9600 * 1000
+
+
+class Screen:
+    """Watches which windows appear on the screen."""
+
+    def __init__(self):
+        self.display = display.Display()
+        self.display.screen().root.change_attributes(event_mask=X.SubstructureNotifyMask)
+        self.display.sync()
+
+    def start(self, command, **options):
+        """Seconds from exec to the first window, and the peak memory in KiB by then."""
+        while self.display.pending_events():
+            self.display.next_event()
+        begin = time.perf_counter()
+        process = subprocess.Popen(command, **options)
+        while not self._shows_a_window():
+            if process.poll() is not None:
+                raise RuntimeError(f"{command} has ended without a window")
+        seconds = time.perf_counter() - begin
+        time.sleep(0.3)  # drawn, and at rest
+        with open(f"/proc/{process.pid}/status") as status:
+            peak = next(int(line.split()[1]) for line in status if line.startswith("VmHWM"))
+        process.kill()
+        process.wait()
+        return seconds, peak
+
+    def _shows_a_window(self):
+        """True with the event of it, False when there is none for a second."""
+        while self.display.pending_events() or select.select([self.display], [], [], 1)[0]:
+            if self.display.next_event().type == X.MapNotify:
+                return True
+        return False
+
+
+def start_ratios(program, bare, pairs, **options):
+    """The program over the bare window, pair by pair: of time, of memory."""
+    screen = Screen()
+    starts = [[screen.start(c, **options) for c in (program, bare)] for _ in range(pairs + 1)][1:]
+    return [[a[figure] / b[figure] for a, b in starts] for figure in (0, 1)]
+
+
+def print_table(rows):
+    """Rows of what, measured, at most. Ends the program, without success where a target is missed."""
+    print(f"{'what':<66} {'measured':>8} {'at most':>8}")
+    for what, measured, most in rows:
+        missed = "" if measured <= most else "  missed"
+        print(f"{what:<66} {measured:>8.3f} {most:>8.2f}{missed}")
+    sys.exit(any(measured > most for _, measured, most in rows))

@@ -1,0 +1,95 @@
+// Clicks the button of the real window as often as the argument says, on the device behind COM1,
+// and prints for each request how many milliseconds it took and how many handles and GDI objects
+// the program has behind it.
+#include <windows.h>
+#include <winternl.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+#include "app/frm_startup.h"
+#include "platform/shared/steady_clock.h"
+#include "platform/win32/win32_desktop.h"
+#include "platform/win32/win32_form.h"
+#include "platform/win32/win32_serial_port.h"
+
+namespace {
+
+using Time = std::chrono::steady_clock;
+using Milliseconds = std::chrono::duration<double, std::milli>;
+
+// Wine does not implement the calls that tell these two numbers: the handles are tried one by one,
+// and the GDI objects are counted in the table that a process has of them.
+int handles() {
+  int count = 0;
+  DWORD flags = 0;
+  for (std::uintptr_t value = 4; value < 0x4000; value += 4) {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
+    if (GetHandleInformation(reinterpret_cast<HANDLE>(value), &flags)) ++count;
+  }
+  return count;
+}
+
+struct GdiEntry {
+  void* object;
+  std::uint32_t owner;
+  std::uint16_t generation;
+  std::uint8_t type, flags;  // the type of a free entry is 0
+  void* user;
+};
+
+std::ptrdiff_t gdiObjects() {
+  constexpr std::size_t kTableOffset = 0xF8, kEntries = 0x10000;
+  const auto* const process = reinterpret_cast<char*>(NtCurrentTeb()->ProcessEnvironmentBlock);
+  const auto* const table = *reinterpret_cast<const GdiEntry* const*>(process + kTableOffset);
+  return std::count_if(table, table + kEntries,
+                       [](const GdiEntry& entry) { return entry.type != 0; });
+}
+
+// The window's own events, timed: each request is followed by the click for the next one.
+class TimedEvents final : public zendor::FormEvents {
+ public:
+  TimedEvents(zendor::FormEvents& events, HWND window, int requests)
+      : events_(events), window_(window), requests_(requests) {}
+
+  void Form_Load() override { events_.Form_Load(); }
+  void Form_Activate() override {
+    events_.Form_Activate();
+    click();
+  }
+  void Form_Unload() override { std::_Exit(EXIT_FAILURE); }
+  void Control_Click(const zendor::ControlId& control) override {
+    const auto start = Time::now();
+    events_.Control_Click(control);
+    const double took = Milliseconds(Time::now() - start).count();
+    std::printf("%.3f %d %td\n", took, handles(), gdiObjects());
+    std::fflush(stdout);
+    if (--requests_ == 0) std::_Exit(EXIT_SUCCESS);
+    click();
+  }
+
+ private:
+  void click() const {
+    PostMessageW(FindWindowExW(window_, nullptr, L"Button", L"Get Serial Number"), BM_CLICK, 0, 0);
+  }
+
+  zendor::FormEvents& events_;
+  HWND window_;
+  int requests_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) return EXIT_FAILURE;
+  zendor::Win32Form form(zendor::frmStartup::description());
+  zendor::Win32SerialPort port;
+  zendor::Win32Desktop desktop(form);
+  const zendor::SteadyClock clock;
+  zendor::frmStartup startup(form, port, desktop, clock, {}, {});
+  TimedEvents events(startup, form.window(), std::atoi(argv[1]));
+  form.run(events);
+}
