@@ -54,12 +54,13 @@ void watch(int events, int descriptor, std::uint32_t what) {
 
 // A time that is past rings at once; none never rings.
 void setTimer(int timer, std::optional<std::chrono::steady_clock::time_point> until) {
-  using std::chrono::nanoseconds;
-  constexpr long kSecond = 1'000'000'000;
+  using std::chrono::nanoseconds, std::chrono::seconds;
   itimerspec setting{};
   if (until) {
-    const long time = std::max(1L, nanoseconds(until->time_since_epoch()).count());
-    setting.it_value = {time / kSecond, time % kSecond};
+    const nanoseconds time = std::max(nanoseconds(1), nanoseconds(until->time_since_epoch()));
+    const auto wholeSeconds = std::chrono::floor<seconds>(time);
+    setting.it_value.tv_sec = static_cast<time_t>(wholeSeconds.count());
+    setting.it_value.tv_nsec = static_cast<long>((time - wholeSeconds).count());
   }
   require(::timerfd_settime(timer, TFD_TIMER_ABSTIME, &setting, nullptr) == 0, "set a timer");
 }
