@@ -97,11 +97,12 @@ void assertModemLines(int line) {
 // An adapter otherwise holds received bytes back for up to 16 ms. True when the setting was
 // changed; a driver may have none or refuse. It outlives a program that ends with the port open.
 bool switchLowLatency(int line, bool on) {
+  constexpr int kLowLatency = ASYNC_LOW_LATENCY;
   serial_struct driver{};
   if (::ioctl(line, TIOCGSERIAL, &driver) != 0) return false;
-  const bool isOn = (driver.flags & ASYNC_LOW_LATENCY) != 0;
+  const bool isOn = (driver.flags & kLowLatency) != 0;
   if (isOn == on) return false;
-  driver.flags ^= ASYNC_LOW_LATENCY;
+  driver.flags ^= kLowLatency;
   return ::ioctl(line, TIOCSSERIAL, &driver) == 0;
 }
 
