@@ -4,15 +4,18 @@
 #   ./test.sh                the tests on this machine
 #   ./test.sh release-test   the same on the release build, whose hardening is read back
 #   ./test.sh asan           the same under AddressSanitizer and UndefinedBehaviorSanitizer
+#   ./test.sh clang          the same by clang
 #   ./test.sh windows        the Windows program, cross-built and run under Wine
 set -euo pipefail
 cd "$(dirname "$0")"
 . tools/packages.sh
 
 case "${1:-dev}" in
-  dev | release-test | asan)
+  dev | release-test | asan | clang)
     preset=${1:-dev}
-    install_missing "${build_packages[@]}" "${test_packages[@]}"
+    packages=("${build_packages[@]}" "${test_packages[@]}")
+    [ "$preset" != clang ] || packages+=(clang)
+    install_missing "${packages[@]}"
     cmake --preset "$preset"
     cmake --build --preset "$preset"
     ctest --preset "$preset"
@@ -21,7 +24,7 @@ case "${1:-dev}" in
     exec tests/windows/run.sh
     ;;
   *)
-    sed -n '2,7s/^# \{0,1\}//p' "$0" >&2
+    sed -n '2,8s/^# \{0,1\}//p' "$0" >&2
     exit 2
     ;;
 esac
