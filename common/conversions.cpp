@@ -1,5 +1,7 @@
 #include "common/conversions.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -14,27 +16,36 @@ std::string_view trimBlanks(std::string_view text) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-// The digits of a value that is not negative, with "." where there is a fraction.
-std::string fixedDigits(double value, int digits) {
-  std::string text(
-      static_cast<std::size_t>(std::numeric_limits<double>::max_exponent10 + 3 + digits), '\0');
-  const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), value,
-                                          std::chars_format::fixed, digits);
-  text.resize(static_cast<std::size_t>(end - text.data()));
+// The digits of a value that is not negative, that many behind the point, without the point.
+std::string roundedDigits(double value, int digits) {
+  // Every double ends within so many digits behind the point: cut there it is still exact.
+  constexpr int kAllDigits = 1074;
+  std::array<char, std::numeric_limits<double>::max_exponent10 + 2 + kAllDigits> exact{};
+  const auto [end, error] = std::to_chars(exact.data(), exact.data() + exact.size(), value,
+                                          std::chars_format::fixed, kAllDigits);
+  std::string text(exact.data(), end);
+  const std::size_t point = text.size() - kAllDigits - 1;
+  text.erase(point, 1);
+  text.resize(point + static_cast<std::size_t>(digits) + 1, '0');
+  const bool isRoundedUp = text.back() >= '5';
+  text.pop_back();
+  if (!isRoundedUp) return text;
+  const auto last = std::find_if(text.rbegin(), text.rend(), [](char c) { return c != '9'; });
+  std::fill(text.rbegin(), last, '0');
+  if (last == text.rend()) return "1" + text;
+  ++*last;
   return text;
 }
 
 }  // namespace
 
 std::string Tool_FormatDecimal(double value, int digits, const Regional& regional) {
-  double scale = 1;
-  for (int i = 0; i < digits; ++i) scale *= 10;
-  const double rounded = std::round(std::abs(value) * scale) / scale;
-  std::string text = fixedDigits(rounded, digits);
-  if (const std::size_t point = text.find('.'); point != std::string::npos) {
-    text.replace(point, 1, regional.decimalSeparator);
+  std::string text = roundedDigits(std::abs(value), digits);
+  const bool isZero = text.find_first_not_of('0') == std::string::npos;
+  if (digits > 0) {
+    text.insert(text.size() - static_cast<std::size_t>(digits), regional.decimalSeparator);
   }
-  return value < 0 && rounded != 0 ? regional.minusSign + text : text;
+  return value < 0 && !isZero ? regional.minusSign + text : text;
 }
 
 std::string Tool_GroupThousands(std::string_view digits) {

@@ -14,8 +14,9 @@
 
 namespace zendor {
 
-// The value with exactly that many digits after the decimal point, halves rounded away from zero,
-// no grouping. The default region is the one of the wire.
+// The finite value with exactly that many digits after the decimal point, no grouping. What is
+// rounded is the value that the double holds, half of a last digit away from zero: 0.125 is a half,
+// while the double nearest to 2.675 lies below one. The default region is the one of the wire.
 std::string Tool_FormatDecimal(double value, int digits, const Regional& regional = {});
 
 // "," between groups of three characters, counted from the right, in every region.

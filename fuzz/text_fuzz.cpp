@@ -1,4 +1,5 @@
 // Any text through the conversions. The first byte is a width; the rest is the text.
+#include <charconv>
 #include <cmath>
 
 #include "common/command_result.h"
@@ -40,14 +41,18 @@ void requireResult(std::string_view text) {
   require(succeeded ? text.ends_with(value) : value == "UNKNOWN");
 }
 
-// A number comes back from its own digits, as far as a double holds every whole number.
+// A number comes back from its own digits; where it is read as leniently as the text was, as far as
+// a double holds every whole number.
 void requireNumber(std::string_view text) {
   constexpr double kEveryWholeNumber = 9007199254740992;  // 2 to the 53rd
   const double number = Tool_TextToNumber(text);
   require(!std::isnan(number));
   if (!std::isfinite(number)) return;
   const std::string whole = Tool_FormatDecimal(number, 0);
-  require(whole.find_first_not_of("-0123456789") == std::string::npos);
+  double exact = NAN;
+  require(std::from_chars(whole.data(), whole.data() + whole.size(), exact).ptr ==
+          whole.data() + whole.size());
+  require(exact == std::round(number));
   if (std::abs(number) >= kEveryWholeNumber) return;
   require(Tool_TextToNumber(whole) == std::round(number));
 }

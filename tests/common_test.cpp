@@ -49,12 +49,26 @@ TEST(DecimalToArray, GivesOneByteForEachItemAndRefusesWhatIsNone) {
 
 TEST(FormatDecimal, WritesPlainDigitsInTheRegionOfTheReader) {
   const Regional region{",", "\u2212"};
-  EXPECT_EQ(Tool_FormatDecimal(233, 0), "233");
-  EXPECT_EQ(Tool_FormatDecimal(16777215, 0), "16777215");
-  EXPECT_EQ(Tool_FormatDecimal(2.5, 0), "3");
-  EXPECT_EQ(Tool_FormatDecimal(-0.4, 0), "0");
-  EXPECT_EQ(Tool_FormatDecimal(-0.5, 2), "-0.50");
   EXPECT_EQ(Tool_FormatDecimal(-1234.5, 2, region), "\u22121234,50");
+  const std::tuple<double, int, std::string> rows[] = {
+      {233, 0, "233"},
+      {-0.4, 0, "0"},
+      {-0.5, 2, "-0.50"},
+      {2.5, 0, "3"},
+      {0.125, 2, "0.13"},
+      {2.675, 2, "2.67"},  // a little less than the half
+      {0.49999999999999994, 0, "0"},
+      {99.995, 2, "100.00"},
+      {4503599627370495.5, 0, "4503599627370496"},
+      {1000000000000000.25, 2, "1000000000000000.25"},
+      {1e23, 1, "99999999999999991611392.0"},
+      {0x1p-20, 30, "0.000000953674316406250000000000"},
+      {0.1, 25, "0.1000000000000000055511151"},
+      {1, 2000, "1." + std::string(2000, '0')}};
+  for (const auto& [value, digits, text] : rows)
+    EXPECT_EQ(Tool_FormatDecimal(value, digits), text) << value;
+  EXPECT_TRUE(Tool_FormatDecimal(5e-324, 1074).ends_with("682506419718265533447265625"))
+      << "the least";
 }
 
 TEST(Formatting, FillsAndGroupsWithoutCutting) {
