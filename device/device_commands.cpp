@@ -15,6 +15,8 @@ constexpr int kQuickReplyTimeoutMs = 100;
 // The block number is the first data byte.
 constexpr int kMaximumMemoryLength = static_cast<int>(kMaximumDataLength) - 1;
 
+constexpr const char* kBlockRefusal = "The block number does not fit in one byte";
+
 struct CommandKind {
   int header = 0;
   const char* displayName = "";
@@ -102,11 +104,13 @@ std::string DeviceCommands::DRAVO_SetVariables(bool prompt, std::span<const doub
 }
 
 std::string DeviceCommands::DRAVO_MemoryRead(bool prompt, int block, int destination, int source) {
+  if (!fitsByte(block)) return errorResult(kBlockRefusal);
   return transaction_.LL_DRAVO_Send(command(kMemoryRead, item(block), prompt, destination, source));
 }
 
 std::string DeviceCommands::DRAVO_MemoryWrite(bool prompt, int block, std::string_view text,
                                               int length, int destination, int source) {
+  if (!fitsByte(block)) return errorResult(kBlockRefusal);
   if (length > kMaximumMemoryLength)
     return errorResult("More than 254 characters cannot be written");
   const std::size_t characters = length > 0 ? static_cast<std::size_t>(length) : 0;
@@ -120,12 +124,13 @@ std::string DeviceCommands::DRAVO_MemoryWrite(bool prompt, int block, std::strin
 }
 
 std::string DeviceCommands::DRAVO_LatchOutputs(int value, int destination, int source) {
-  if (value < 0) return errorResult("A latch value is not negative");
+  if (value < 0) return errorResult("The latch value is negative");
   return transaction_.LL_DRAVO_Send(
       command(kLatchOutputs, item(value % 256), true, destination, source));
 }
 
 std::string DeviceCommands::DRAVO_ChangeAddress(int newAddress, int destination, int source) {
+  if (!fitsByte(newAddress)) return errorResult("The new address does not fit in one byte");
   return transaction_.LL_DRAVO_Send(
       command(kChangeAddress, item(newAddress), true, destination, source));
 }

@@ -100,16 +100,27 @@ TEST_F(DeviceTest, EachCommandSendsItsFrameNamesItsReplyAndAsksWhereItIsToAsk) {
 
 TEST_F(DeviceTest, SendsNothingForAnArgumentThatDoesNotFit) {
   const std::vector<double> big{1, 255.5}, negative{-0.6}, many(256, 1);
-  const std::string results[] = {commands.DRAVO_SetVariables(false, big, 81, 7),
-                                 commands.DRAVO_SetVariables(false, negative, 81, 7),
-                                 commands.DRAVO_SetVariables(false, many, 81, 7),
-                                 commands.DRAVO_MemoryRead(false, 256, 81, 7),
-                                 commands.DRAVO_MemoryWrite(false, 0, "", 255, 81, 7),
-                                 commands.DRAVO_MemoryWrite(false, 0, "a\u20AC", 2, 81, 7),
-                                 commands.DRAVO_LatchOutputs(-256, 81, 7),
-                                 commands.DRAVO_Poll(false, false, 300, 7),
-                                 commands.DRAVO_Poll(false, false, 81, -1)};
-  for (const std::string& result : results) EXPECT_TRUE(result.starts_with("Error : ")) << result;
+  Command notOfBytes;
+  notOfBytes.request = "215,256";
+  const std::string block = "The block number does not fit in one byte";
+  const std::pair<std::string, std::string> refusals[] = {
+      {commands.DRAVO_SetVariables(false, big, 81, 7), "A variable does not fit in one byte"},
+      {commands.DRAVO_SetVariables(false, negative, 81, 7), "A variable does not fit in one byte"},
+      {commands.DRAVO_SetVariables(false, many, 81, 7), "The request has more than 255 data bytes"},
+      {commands.DRAVO_MemoryRead(false, 256, 81, 7), block},
+      {commands.DRAVO_MemoryWrite(false, -1, "", 0, 81, 7), block},
+      {commands.DRAVO_MemoryWrite(false, 0, "", 255, 81, 7),
+       "More than 254 characters cannot be written"},
+      {commands.DRAVO_MemoryWrite(false, 0, "a\u20AC", 2, 81, 7),
+       "The text holds a character that has no byte"},
+      {commands.DRAVO_LatchOutputs(-256, 81, 7), "The latch value is negative"},
+      {commands.DRAVO_ChangeAddress(256, 81, 7), "The new address does not fit in one byte"},
+      {commands.DRAVO_Poll(false, false, 300, 7),
+       "The destination address does not fit in one byte"},
+      {commands.DRAVO_Poll(false, false, 81, -1), "The source address does not fit in one byte"},
+      {transaction.LL_DRAVO_Send(notOfBytes),
+       "The request holds an item that is not a number from 0 to 255"}};
+  for (const auto& [result, reason] : refusals) EXPECT_EQ(result, "Error : " + reason);
   EXPECT_EQ(log, testing::Log{"open"});
 }
 
