@@ -8,8 +8,7 @@ cd "$(dirname "$0")"
 . tools/packages.sh
 
 on_a_screen() {
-  PYTHONPATH=tools:tests/windows PYTHONDONTWRITEBYTECODE=1 \
-    xvfb-run -a -s '-screen 0 1280x1024x24' "$@"
+  PYTHONPATH=tools:tests/windows PYTHONDONTWRITEBYTECODE=1 tools/empty_screen.sh "$@"
 }
 
 case "${1:-linux}" in

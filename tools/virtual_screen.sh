@@ -1,13 +1,9 @@
 #!/usr/bin/env bash
-# Runs a command on a virtual screen with a window manager and an accessible tree of its own,
-# whatever the user's own desktop is like.
+# Runs a command on a virtual screen with a window manager and an accessible tree of its own.
 set -u
 case "${VIRTUAL_SCREEN_STAGE:-screen}" in
   screen)
-    unset WAYLAND_DISPLAY QT_QPA_PLATFORM QT_QPA_PLATFORMTHEME QT_STYLE_OVERRIDE QT_FONT_DPI
-    unset QT_SCALE_FACTOR QT_SCREEN_SCALE_FACTORS
-    export XDG_SESSION_TYPE=x11 LC_ALL=C.UTF-8
-    VIRTUAL_SCREEN_STAGE=bus exec xvfb-run -a -s '-screen 0 1280x1024x24 -noreset' "$0" "$@"
+    VIRTUAL_SCREEN_STAGE=bus exec "$(dirname "$0")/empty_screen.sh" "$0" "$@"
     ;;
   bus) # what the bus and its services say is of no interest; the command keeps its own voice
     VIRTUAL_SCREEN_STAGE=command exec dbus-run-session -- "$0" "$@" 3>&2 2>/dev/null
