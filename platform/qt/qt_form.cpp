@@ -23,11 +23,12 @@ QString objectName(std::string_view name) {
   return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
 }
 
-// The frame is not known before the window is shown; the style's title bar comes close.
+// In the middle of the whole screen, as on every machine: a panel at an edge does not shift it. The
+// frame is not known before the window is shown; the style's title bar comes close.
 void centreOnScreen(QWidget& window) {
   const int titleBar = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
   const QSize framed = window.sizeHint() + QSize(0, titleBar);
-  const QRect screen = window.screen()->availableGeometry();
+  const QRect screen = window.screen()->geometry();
   const QRect frame = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, framed, screen);
   window.setGeometry(frame.adjusted(0, titleBar, 0, 0));
 }
