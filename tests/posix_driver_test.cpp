@@ -1,0 +1,111 @@
+// The port on a driver that this program plays between the port and the system call: a
+// pseudo-terminal answers none of the calls that matter on hardware.
+#include <asm/termbits.h>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <linux/serial.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdlib>
+#include <tuple>
+
+#include "platform/posix/posix_serial_port.h"
+
+namespace {
+
+constexpr int kPlain = ASYNC_SKIP_TEST, kLowLatency = ASYNC_SKIP_TEST | ASYNC_LOW_LATENCY;
+
+struct Driver {
+  unsigned int major = 4;     // the kind of device: a port on board
+  unsigned long refused = 0;  // the one request that it does not know
+  unsigned int rate = 9600;   // what it runs at, whatever is asked for
+  int flags = kPlain;
+  bool exclusive = false;
+  int modemLines = 0;
+  termios2 asked{};
+} driver;
+
+}  // namespace
+
+extern "C" int fstat(int number, struct stat* entry) noexcept {
+  const int result = ::fstatat(number, "", entry, AT_EMPTY_PATH);
+  entry->st_rdev = makedev(driver.major, 64);
+  return result;
+}
+
+extern "C" int ioctl(int, unsigned long request, ...) noexcept {
+  va_list arguments;
+  va_start(arguments, request);
+  void* const argument = va_arg(arguments, void*);
+  va_end(arguments);
+  if (request == driver.refused) {
+    errno = EINVAL;
+    return -1;
+  }
+  auto* const number = static_cast<int*>(argument);
+  auto* const serial = static_cast<serial_struct*>(argument);
+  if (request == TCSETS2) driver.asked = *static_cast<termios2*>(argument);
+  if (request == TCGETS2) static_cast<termios2*>(argument)->c_ospeed = driver.rate;
+  if (request == TIOCGEXCL) *number = driver.exclusive ? 1 : 0;
+  if (request == TIOCEXCL || request == TIOCNXCL) driver.exclusive = request == TIOCEXCL;
+  if (request == TIOCMBIS) driver.modemLines |= *number;
+  if (request == TIOCGSERIAL) serial->flags = driver.flags;
+  if (request == TIOCSSERIAL) driver.flags = serial->flags;
+  if (request == TIOCOUTQ) *number = 7;
+  return 0;
+}
+
+namespace zendor {
+namespace {
+
+TEST(PosixDriver, IsSetUpByTheOpenAndLeftAsItWasByTheClose) {
+  const FileDescriptor farEnd(::posix_openpt(O_RDWR | O_NOCTTY));
+  ::unlockpt(farEnd.number());
+  const std::string device = ::ptsname(farEnd.number());
+  PosixSerialPort port{[&](int) { return device; }};
+  port.configuration.settings = "9600,N,8,1";
+  constexpr int kBoth = TIOCM_DTR | TIOCM_RTS;
+  const struct {
+    Driver driver;
+    // While it is open: the exclusive mark, the modem lines, the flags, how much is to be sent.
+    std::tuple<bool, int, int, std::size_t> open;
+    const char* refusal = "";
+  } rows[] = {
+      {{}, {true, kBoth, kLowLatency, 7}},
+      {{.major = 188}, {true, kBoth, kLowLatency, 7}},   // an adapter
+      {{.major = 136}, {false, kBoth, kLowLatency, 7}},  // the first and the last of the
+      {{.major = 143}, {false, kBoth, kLowLatency, 7}},  // pseudo-terminals
+      {{.flags = kLowLatency}, {true, kBoth, kLowLatency, 7}},
+      {{.refused = TIOCGEXCL}, {true, kBoth, kLowLatency, 7}},
+      {{.refused = TIOCMBIS}, {true, 0, kLowLatency, 7}},
+      {{.refused = TIOCGSERIAL}, {true, kBoth, kPlain, 7}},
+      {{.refused = TIOCSSERIAL}, {true, kBoth, kPlain, 7}},
+      {{.refused = TIOCOUTQ}, {true, kBoth, kLowLatency, 0}},
+      {{.rate = 9840}, {true, kBoth, kLowLatency, 7}},
+      {{.rate = 9360}, {true, kBoth, kLowLatency, 7}},
+      {{.rate = 9841}, {}, "cannot run at 9600 baud: its driver offers 9841. Use another adapter."},
+      {{.rate = 9359}, {}, "cannot run at 9600 baud: its driver offers 9359. Use another adapter."},
+      {{.exclusive = true}, {}, "is in use by another program. Close that program and try again."}};
+  for (const auto& [before, open, refusal] : rows) {
+    driver = before;
+    try {
+      port.open();
+      EXPECT_EQ(open,
+                std::tuple(driver.exclusive, driver.modemLines, driver.flags, port.bytesToSend()));
+      EXPECT_EQ(std::pair(driver.asked.c_ispeed, driver.asked.c_ospeed), std::pair(9600U, 9600U));
+      EXPECT_STREQ(refusal, "");
+      port.close();
+    } catch (const PortError& error) {
+      EXPECT_EQ(error.description, "The serial port " + device + " " + refusal);
+    }
+    EXPECT_EQ(std::tuple(port.isOpen(), driver.exclusive, driver.flags),
+              std::tuple(false, before.exclusive, before.flags));
+  }
+}
+
+}  // namespace
+}  // namespace zendor
