@@ -2,14 +2,15 @@
 // desktop and a form that record in one log what was asked of them. None of them takes real time.
 #pragma once
 
-#include <gtest/gtest.h>
-
+#include <chrono>
 #include <cstdint>
 #include <deque>
 #include <functional>
 #include <map>
 #include <optional>
+#include <stdexcept>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -23,9 +24,17 @@ namespace zendor::testing {
 using Bytes = std::vector<std::uint8_t>;
 using Log = std::vector<std::string>;
 
-inline Bytes operator+(Bytes left, const Bytes& right) {
+template <typename T>
+std::vector<T> operator+(std::vector<T> left, const std::vector<T>& right) {
   left.insert(left.end(), right.begin(), right.end());
   return left;
+}
+
+// For what takes real time all the same: whether the condition comes true before patience ends.
+inline bool comesTrue(const std::function<bool()>& condition) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+  while (!condition() && std::chrono::steady_clock::now() < end) std::this_thread::yield();
+  return condition();
 }
 
 // Frames between host 1 and pod 80, their checksums computed by hand.
@@ -83,7 +92,7 @@ class ScriptedLine final : public SerialPort {
   std::deque<std::vector<Piece>> script;
   std::function<std::vector<Piece>(std::span<const std::uint8_t>)> respond;
   std::vector<Bytes> written;
-  std::deque<std::size_t> sending;  // what the next looks at the transmit queue find
+  std::size_t unsent = 0;
   std::optional<PortError> openError, closeError, writeError;
   Bytes waiting;
 
@@ -91,7 +100,7 @@ class ScriptedLine final : public SerialPort {
   void open() override { change("open", openError, true); }
   void close() override { change("close", closeError, false); }
   std::size_t bytesWaiting() override {
-    EXPECT_TRUE(open_);
+    if (!open_) throw std::logic_error("a closed port");
     for (; !coming_.empty() && coming_.begin()->first <= clock_.now; coming_.erase(coming_.begin()))
       waiting = waiting + coming_.begin()->second;
     return waiting.size();
@@ -102,12 +111,9 @@ class ScriptedLine final : public SerialPort {
     bytesWaiting();
     waiting.clear();
   }
-  std::size_t bytesToSend() override {
-    if (sending.empty()) return 0;
-    return std::exchange(sending, {sending.begin() + 1, sending.end()}).front();
-  }
+  std::size_t bytesToSend() override { return unsent; }
   void write(std::span<const std::uint8_t> bytes) override {
-    EXPECT_TRUE(open_);
+    if (!open_) throw std::logic_error("a closed port");
     log_.emplace_back("write");
     if (writeError) throw *writeError;
     written.emplace_back(bytes.begin(), bytes.end());
@@ -137,18 +143,12 @@ class RecordingForm final : public Form {
 
   std::string caption() const override { return windowCaption; }
   void setCaption(const std::string& caption) override { windowCaption = caption; }
-  void setMenuCaption(std::string_view menu, const std::string& caption) override {
-    log_.push_back(std::string(menu) + ": " + caption);
+  void setMenuCaption(std::string_view menu, const std::string& text) override { note(menu, text); }
+  void setCaption(const ControlId& id, const std::string& text) override { note(id.name, text); }
+  void setEnabled(const ControlId& id, bool enabled) override {
+    note(id.name, enabled ? "enabled" : "disabled");
   }
-  void setCaption(const ControlId& control, const std::string& caption) override {
-    log_.push_back(std::string(control.name) + ": " + caption);
-  }
-  void setEnabled(const ControlId& control, bool enabled) override {
-    log_.push_back(std::string(control.name) + (enabled ? " enabled" : " disabled"));
-  }
-  void setFocus(const ControlId& control) override {
-    log_.push_back(std::string(control.name) + " focused");
-  }
+  void setFocus(const ControlId& id) override { note(id.name, "focused"); }
   bool isSelected(const ControlId& option) const override {
     return option == ControlId{"optCommPort", selected};
   }
@@ -157,6 +157,10 @@ class RecordingForm final : public Form {
   int selected = 0;
 
  private:
+  void note(std::string_view name, const std::string& what) {
+    log_.push_back(std::string(name) + ": " + what);
+  }
+
   Log& log_;
 };
 

@@ -97,6 +97,7 @@ TEST(PosixDriver, IsSetUpByTheOpenAndLeftAsItWasByTheClose) {
       EXPECT_EQ(open,
                 std::tuple(driver.exclusive, driver.modemLines, driver.flags, port.bytesToSend()));
       EXPECT_EQ(std::pair(driver.asked.c_ispeed, driver.asked.c_ospeed), std::pair(9600U, 9600U));
+      EXPECT_EQ(driver.asked.c_cflag, tcflag_t{BOTHER | CS8 | CREAD | CLOCAL | HUPCL});
       EXPECT_STREQ(refusal, "");
       port.close();
     } catch (const PortError& error) {

@@ -1,26 +1,20 @@
-#include <fcntl.h>
-#include <gtest/gtest.h>
-#include <poll.h>
-#include <unistd.h>
+#include "simulator/simulated_line.h"
 
-#include <memory>
+#include <gtest/gtest.h>
+
 #include <stdexcept>
 
-#include "simulator/simulated_line.h"
+#include "platform/posix/posix_serial_port.h"
+#include "tests/doubles.h"
 
 namespace zendor::simulator {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::k1234567, testing::kDone, testing::kPoll, testing::kSerial;
+using testing::operator+;
 
-const Bytes kPoll{80, 0, 1, 254, 177}, kPollReply{1, 0, 80, 0, 175}, kNothing;
-const Bytes kBusyReply{1, 0, 80, 6, 169}, kRefusal{1, 0, 80, 5, 170};
-const Bytes kAskSerial{80, 0, 1, 242, 189}, kSerialReply{1, 3, 80, 0, 135, 214, 18, 61};
-
-Bytes operator+(Bytes left, const Bytes& right) {
-  left.insert(left.end(), right.begin(), right.end());
-  return left;
-}
+const Bytes kRefusal{1, 0, 80, 5, 170};
 
 Bytes received(const std::vector<Delivery>& deliveries) {
   Bytes bytes;
@@ -28,43 +22,43 @@ Bytes received(const std::vector<Delivery>& deliveries) {
   return bytes;
 }
 
-LineStation stationWith(std::vector<FaultRule> rules) {
-  return {Pod{}, FaultPlan(std::move(rules)), kByteTime};
+LineStation stationWith(const std::vector<const char*>& faults) {
+  std::vector<FaultRule> rules;
+  for (const char* fault : faults) rules.push_back(parseFaultRule(fault));
+  return {Pod{}, rules, kByteTime};
 }
 
 TEST(SimulatorTest, EachCommandIsAnsweredFromWhatThePodIsAndRemembers) {
   const std::pair<Bytes, Bytes> rows[] = {
-      {kPoll, kPollReply},
+      {kPoll, kDone},
       {{80, 0, 1, 246, 185}, {1, 6, 80, 0, 90, 101, 110, 100, 111, 114, 55}},  // "Zendor"
       {{80, 0, 1, 245, 186}, {1, 3, 80, 0, 80, 111, 100, 137}},                // "Pod"
       {{80, 0, 1, 244, 187}, {1, 5, 80, 0, 90, 80, 45, 56, 48, 107}},          // "ZP-80"
       {{80, 0, 1, 241, 190}, {1, 3, 80, 0, 49, 46, 52, 25}},                   // "1.4"
       {{80, 0, 1, 192, 239}, {1, 8, 80, 0, 67, 117, 115, 116, 111, 109, 101, 114, 85}},
-      {kAskSerial, kSerialReply},
+      {kSerial, k1234567},
       {{80, 0, 1, 247, 184}, {1, 3, 80, 0, 10, 255, 16, 147}},
-      {{80, 2, 1, 165, 7, 9, 248}, kPollReply},  // set variables
+      {{80, 2, 1, 165, 7, 9, 248}, kDone},  // set variables
       {{80, 0, 1, 247, 184}, {1, 2, 80, 0, 7, 9, 157}},
-      {{80, 0, 1, 165, 10}, kPollReply},
-      {{80, 0, 1, 247, 184}, kPollReply},
-      {{80, 5, 1, 214, 3, 72, 105, 32, 32, 224}, kPollReply},  // write memory
+      {{80, 0, 1, 165, 10}, kDone},
+      {{80, 0, 1, 247, 184}, kDone},
+      {{80, 5, 1, 214, 3, 72, 105, 32, 32, 224}, kDone},  // write memory
       {{80, 1, 1, 215, 3, 212}, {1, 4, 80, 0, 72, 105, 32, 32, 186}},
-      {{80, 1, 1, 215, 15, 200}, kPollReply},
+      {{80, 1, 1, 215, 15, 200}, kDone},
       {{80, 1, 1, 215, 16, 199}, kRefusal},  // no such block
       {{80, 2, 1, 214, 16, 65, 134}, kRefusal},
       {{80, 0, 1, 214, 217}, kRefusal},     // data missing
       {{80, 1, 1, 254, 0, 176}, kRefusal},  // data too many
       {{80, 0, 1, 253, 178}, kRefusal},     // no such command
-      {{80, 1, 1, 233, 128, 69}, kPollReply},
-      {{80, 1, 1, 251, 81, 98}, kPollReply},  // change address
-      {kPoll, kNothing},
+      {{80, 1, 1, 233, 128, 69}, kDone},
+      {{80, 1, 1, 251, 81, 98}, kDone},  // change address
+      {kPoll, {}},
       {{81, 0, 7, 254, 170}, {7, 0, 81, 0, 168}},
-      {{81, 0, 1, 254, 177}, kNothing},  // wrong checksum
+      {{81, 0, 1, 254, 177}, {}},  // wrong checksum
   };
   LineStation station = stationWith({});
-  for (const auto& [request, reply] : rows) {
-    EXPECT_EQ(received(station.receive(request, {})), request + reply)
-        << ::testing::PrintToString(request);
-  }
+  for (const auto& [request, reply] : rows)
+    EXPECT_EQ(received(station.receive(request, {})), request + reply);
   Pod pod;
   pod.answer(233, {44});
   EXPECT_EQ(pod.latchedOutputs, 44);
@@ -80,46 +74,45 @@ TEST(SimulatorTest, EachFaultSpoilsTheExchangeByItsOwnBytesAndTimes) {
   const Bytes cut{1, 3, 80, 0, 135, 214, 18}, toTwo{2, 3, 80, 0, 135, 214, 18, 60},
       from81{1, 3, 81, 0, 135, 214, 18, 60};
   const Row rows[] = {
-      {"none", kAskSerial + kSerialReply, 8},
+      {"none", kSerial + k1234567, 8},
       {"dead", {}, 0},
-      {"no-echo", kSerialReply, 8},
+      {"no-echo", k1234567, 8},
       {"partial-echo", {80, 0}, 0},
-      {"echo-only", kAskSerial, 0},
-      {"short-reply", kAskSerial + Bytes{1, 3, 80, 0}, 4},
-      {"truncated-reply", kAskSerial + cut, 7},
-      {"extra-byte", kAskSerial + kSerialReply + Bytes{0}, 9},
-      {"garbage-before", kAskSerial + Bytes{255, 0} + kSerialReply, 10},
-      {"wrong-checksum", kAskSerial + cut + Bytes{60}, 8},
-      {"wrong-destination", kAskSerial + toTwo, 8},
-      {"wrong-source", kAskSerial + from81, 8},
-      {"busy", kAskSerial + kBusyReply, 5},
-      {"nak", kAskSerial + kRefusal, 5},
-      {"unknown-header", kAskSerial + Bytes{1, 0, 80, 7, 168}, 5},
-      {"late-reply", kAskSerial + kSerialReply, 8, 1200ms},
-      {"byte-by-byte", kAskSerial + kSerialReply, 8, 8 * 20ms},
+      {"echo-only", kSerial, 0},
+      {"short-reply", kSerial + Bytes{1, 3, 80, 0}, 4},
+      {"truncated-reply", kSerial + cut, 7},
+      {"extra-byte", kSerial + k1234567 + Bytes{0}, 9},
+      {"garbage-before", kSerial + Bytes{255, 0} + k1234567, 10},
+      {"wrong-checksum", kSerial + cut + Bytes{60}, 8},
+      {"wrong-destination", kSerial + toTwo, 8},
+      {"wrong-source", kSerial + from81, 8},
+      {"busy", kSerial + testing::kBusy, 5},
+      {"nak", kSerial + kRefusal, 5},
+      {"unknown-header", kSerial + Bytes{1, 0, 80, 7, 168}, 5},
+      {"late-reply", kSerial + k1234567, 8, 1200ms},
+      {"byte-by-byte", kSerial + k1234567, 8, 8 * 20ms},
   };
   ASSERT_EQ(std::size(rows), faultCatalogue().size());
   for (const Row& row : rows) {
-    LineStation station = stationWith({parseFaultRule(row.fault)});
-    const auto deliveries = station.receive(kAskSerial, {});
+    LineStation station = stationWith({row.fault});
+    const auto deliveries = station.receive(kSerial, {});
     EXPECT_EQ(received(deliveries), row.received) << row.fault;
     if (row.replyBytes == 0) continue;
     EXPECT_EQ(deliveries.back().due,
-              TimePoint{row.pause + kByteTime * (kAskSerial.size() + row.replyBytes)})
+              TimePoint{row.pause + kByteTime * (kSerial.size() + row.replyBytes)})
         << row.fault;
     EXPECT_EQ(deliveries.back().bytes.size(), row.fault == std::string("extra-byte") ? 2U : 1U);
   }
-  LineStation station = stationWith({parseFaultRule("truncated-reply")});
+  LineStation station = stationWith({"truncated-reply"});
   EXPECT_EQ(received(station.receive(kPoll, {})), (kPoll + Bytes{1, 1, 80, 0, 0}));
 }
 
 TEST(SimulatorTest, AFaultStrikesItsHeaderAsOftenAsToldAndTheNextRuleFollows) {
-  LineStation station = stationWith({parseFaultRule("none:254:1"), parseFaultRule("busy:254:2"),
-                                     parseFaultRule("no-echo:254:1"), parseFaultRule("nak:251")});
+  LineStation station = stationWith({"none:254:1", "busy:254:2", "no-echo:254:1", "nak:251"});
   const Bytes changeAddress{80, 1, 1, 251, 81, 98};  // refused, and so not carried out
-  for (const Bytes& expected : {kPoll + kPollReply, kPoll + kBusyReply, kPoll + kBusyReply,
-                                kPollReply, kPoll + kPollReply}) {
-    EXPECT_EQ(received(station.receive(kAskSerial, {})), kAskSerial + kSerialReply);
+  for (const Bytes& expected :
+       {kPoll + kDone, kPoll + testing::kBusy, kPoll + testing::kBusy, kDone, kPoll + kDone}) {
+    EXPECT_EQ(received(station.receive(kSerial, {})), kSerial + k1234567);
     EXPECT_EQ(received(station.receive(changeAddress, {})), changeAddress + kRefusal);
     EXPECT_EQ(received(station.receive(kPoll, {})), expected);
   }
@@ -127,15 +120,14 @@ TEST(SimulatorTest, AFaultStrikesItsHeaderAsOftenAsToldAndTheNextRuleFollows) {
 
 TEST(SimulatorTest, AFaultThatCannotBeReadIsRefused) {
   for (const char* text : {"", "bussy", "busy:", "busy:256", "busy:-1", "busy:1x", "busy:1:0",
-                           "busy:1:", "busy:1:1000001", "busy:any:always:"}) {
+                           "busy:1:", "busy:1:1000001", "busy:any:always:"})
     EXPECT_THROW(parseFaultRule(text), std::invalid_argument) << text;
-  }
 }
 
 TEST(SimulatorTest, EveryByteTakesItsTimeOnTheLineHoweverItIsHandedOver) {
-  LineStation station = stationWith({parseFaultRule("no-echo:242:1")});
+  LineStation station = stationWith({"no-echo:242:1"});
   EXPECT_EQ(station.receive(kPoll, {})[0].due, TimePoint{kByteTime});  // though it was held back
-  station.receive(kAskSerial, {});                                     // uses the fault up
+  station.receive(kSerial, {});                                        // uses the fault up
   const TimePoint start{1s};
   for (std::size_t i = 0; i < kPoll.size(); ++i) {  // echoed one by one, before the frame is whole
     const auto echo = station.receive(std::span(kPoll).subspan(i, 1), start + 40ms * i);
@@ -152,51 +144,29 @@ TEST(SimulatorTest, EveryByteTakesItsTimeOnTheLineHoweverItIsHandedOver) {
 TEST(SimulatorTest, AGapEndsARequestThatIsNotWhole) {
   const Bytes noise{7, 80, 3};
   for (const char* fault : {"none", "no-echo:1"}) {
-    LineStation station = stationWith({parseFaultRule(fault)});
+    LineStation station = stationWith({fault});
     station.receive(noise, TimePoint{1s});
-    EXPECT_EQ(received(station.receive(kPoll, TimePoint{1s + 90ms})), kPoll + kPollReply) << fault;
+    EXPECT_EQ(received(station.receive(kPoll, TimePoint{1s + 90ms})), kPoll + kDone) << fault;
     const Bytes before = received(station.receive(noise, TimePoint{2s}));
     const Bytes after = received(station.receive(kPoll, TimePoint{2s + 20ms}));
     EXPECT_EQ(before + after, noise + kPoll) << fault;
   }
 }
 
-// The device of a line, opened as any program would.
-class OpenDevice {
- public:
-  explicit OpenDevice(const std::string& path)
-      : end_(::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC)) {}
-
-  void write(const Bytes& bytes) const {
-    ASSERT_EQ(::write(end_.number(), bytes.data(), bytes.size()), std::ssize(bytes));
-  }
-
-  // As many bytes as asked for; fewer when no more come for five seconds.
-  Bytes read(std::size_t count) const {
-    Bytes bytes;
-    pollfd state{end_.number(), POLLIN, 0};
-    while (bytes.size() < count && ::poll(&state, 1, 5000) > 0) {
-      std::uint8_t byte = 0;
-      if (::read(end_.number(), &byte, 1) != 1) break;
-      bytes.push_back(byte);
-    }
-    return bytes;
-  }
-
- private:
-  FileDescriptor end_;
-};
-
 TEST(SimulatedLineTest, KeepsThePaceOfTheLineAndRecordsTheRequests) {
   const SimulatedLine line;
-  const OpenDevice device(line.device());
+  PosixSerialPort port{[&](int) { return line.device(); }};
+  port.configuration.settings = "9600,N,8,1";
+  port.open();
   const auto start = std::chrono::steady_clock::now();
-  device.write(kAskSerial);
-  EXPECT_EQ(device.read(13), kAskSerial + kSerialReply);
+  port.write(kSerial);
+  EXPECT_TRUE(testing::comesTrue([&] { return port.bytesWaiting() == 13; }));
   EXPECT_GE(std::chrono::steady_clock::now() - start, 13 * kByteTime);
-  device.write({80, 0, 1, 254, 0});
-  EXPECT_EQ(device.read(5), (Bytes{80, 0, 1, 254, 0}));
-  EXPECT_EQ(line.requests(), (std::vector<Bytes>{kAskSerial, {80, 0, 1, 254, 0}}));
+  EXPECT_TRUE(std::ranges::equal(port.readAll(), kSerial + k1234567));
+  const Bytes wrongChecksum{80, 0, 1, 254, 0};
+  port.write(wrongChecksum);
+  EXPECT_TRUE(testing::comesTrue([&] { return line.requests().size() == 2; }));
+  EXPECT_EQ(line.requests(), (std::vector<Bytes>{kSerial, wrongChecksum}));
 }
 
 }  // namespace
