@@ -23,74 +23,58 @@ class DeviceTest : public ::testing::Test, protected testing::Machine {
 };
 
 TEST_F(DeviceTest, EachCommandSendsItsFrameNamesItsReplyAndAsksWhereItIsToAsk) {
-  struct Row {
-    std::function<std::string(bool prompt)> run;
-    Bytes request;  // length, source, header and data
-    Bytes reply;
-    const char* result;
-    bool alwaysAsks = false;
-  };
-  const auto plain = [&](auto routine) {
-    return [&, routine](bool prompt) { return (commands.*routine)(prompt, 81, 7); };
-  };
-  const auto set = [&](const std::vector<double>& values) {
-    return [&, values](bool prompt) { return commands.DRAVO_SetVariables(prompt, values, 81, 7); };
-  };
-  const auto write = [&](const char* text, int length) {
-    return [&, text, length](bool prompt) {
-      return commands.DRAVO_MemoryWrite(prompt, 3, text, length, 81, 7);
-    };
-  };
-  const Bytes done{7, 0, 81, 0, 168}, ab{7, 2, 81, 0, 65, 66, 35};
   using Device = DeviceCommands;
-  const Row rows[] = {
-      {plain(&Device::DRAVO_RequestManufacturer), {0, 7, 246}, ab, "Manufacturer = AB"},
-      {plain(&Device::DRAVO_RequestCategory), {0, 7, 245}, ab, "Category = AB"},
-      {plain(&Device::DRAVO_RequestProductCode), {0, 7, 244}, ab, "Product code = AB"},
-      {plain(&Device::DRAVO_RequestSerialNumber), {0, 7, 242}, ab, "Serial no. = 16,961"},
-      {plain(&Device::DRAVO_RequestSoftwareRevision), {0, 7, 241}, ab, "Software revision = AB"},
-      {plain(&Device::DRAVO_RequestBuildCode), {0, 7, 192}, done, "Build code = OK"},
-      {plain(&Device::DRAVO_RequestVariableSet), {0, 7, 247}, ab, "Variable set = 41 42 "},
-      {set({1, 2.5, 3.5, 255.4}), {4, 7, 165, 1, 2, 4, 255}, done, "Set variables = OK"},
-      {set({}), {0, 7, 165}, done, "Set variables = OK"},
-      {set(std::vector<double>(255, 9)), Bytes{255, 7, 165} + Bytes(255, 9), ab,
+  const auto call = [&](auto routine, auto... arguments) {
+    return [=, this](bool prompt) { return (commands.*routine)(prompt, arguments..., 81, 7); };
+  };
+  const auto latch = [&](bool) { return commands.DRAVO_LatchOutputs(300, 81, 7); };
+  const auto change = [&](bool) { return commands.DRAVO_ChangeAddress(82, 81, 7); };
+  const auto set = &Device::DRAVO_SetVariables;
+  const auto write = &Device::DRAVO_MemoryWrite;
+  using Values = std::vector<double>;
+  const Bytes done{7, 0, 81, 0, 168}, ab{7, 2, 81, 0, 65, 66, 35};
+  const std::tuple<std::function<std::string(bool prompt)>, Bytes, Bytes, const char*> rows[] = {
+      {call(&Device::DRAVO_Poll, false), {81, 0, 7, 254, 170}, ab, "Poll = Data"},
+      {call(&Device::DRAVO_RequestManufacturer), {81, 0, 7, 246, 178}, ab, "Manufacturer = AB"},
+      {call(&Device::DRAVO_RequestCategory), {81, 0, 7, 245, 179}, ab, "Category = AB"},
+      {call(&Device::DRAVO_RequestProductCode), {81, 0, 7, 244, 180}, ab, "Product code = AB"},
+      {call(&Device::DRAVO_RequestSerialNumber), {81, 0, 7, 242, 182}, ab, "Serial no. = 16,961"},
+      {call(&Device::DRAVO_RequestSoftwareRevision),
+       {81, 0, 7, 241, 183},
+       ab,
+       "Software revision = AB"},
+      {call(&Device::DRAVO_RequestBuildCode), {81, 0, 7, 192, 232}, done, "Build code = OK"},
+      {call(&Device::DRAVO_RequestVariableSet), {81, 0, 7, 247, 177}, ab, "Variable set = 41 42 "},
+      {call(set, Values{1, 2.5, 3.5, 255.4}),
+       {81, 4, 7, 165, 1, 2, 4, 255, 249},
+       done,
+       "Set variables = OK"},
+      {call(set, Values{}), {81, 0, 7, 165, 3}, done, "Set variables = OK"},
+      {call(set, Values(255, 9)), Bytes{81, 255, 7, 165} + Bytes(255, 9) + Bytes{13}, ab,
        "Set variables = Data"},
-      {write("Hi", 4), {5, 7, 214, 3, 72, 105, 32, 32}, done, "Memory write = OK"},
-      {write("\u00E9\u20AC", 1), {2, 7, 214, 3, 233}, done, "Memory write = OK"},
-      {write("ABC", -1), {1, 7, 214, 3}, done, "Memory write = OK"},
-      {write("", 254), Bytes{255, 7, 214, 3} + Bytes(254, 32), done, "Memory write = OK"},
-      {[&](bool prompt) { return commands.DRAVO_MemoryRead(prompt, 3, 81, 7); },
-       {1, 7, 215, 3},
-       ab,
-       "Memory read = AB"},
-      {[&](bool prompt) { return commands.DRAVO_Poll(prompt, false, 81, 7); },
-       {0, 7, 254},
-       ab,
-       "Poll = Data"},
-      {[&](bool) { return commands.DRAVO_LatchOutputs(300, 81, 7); },
-       {1, 7, 233, 44},
+      {call(write, 3, "Hi", 4),
+       {81, 5, 7, 214, 3, 72, 105, 32, 32, 217},
        done,
-       "Latch outputs = OK",
-       true},
-      {[&](bool) { return commands.DRAVO_ChangeAddress(82, 81, 7); },
-       {1, 7, 251, 82},
-       done,
-       "MDCES Change = OK",
-       true}};
-  for (const Row& row : rows) {
+       "Memory write = OK"},
+      {call(write, 3, "\u00E9\u20AC", 1), {81, 2, 7, 214, 3, 233, 228}, done, "Memory write = OK"},
+      {call(write, 3, "ABC", -1), {81, 1, 7, 214, 3, 206}, done, "Memory write = OK"},
+      {call(write, 3, "", 254), Bytes{81, 255, 7, 214, 3} + Bytes(254, 32) + Bytes{16}, done,
+       "Memory write = OK"},
+      {call(&Device::DRAVO_MemoryRead, 208), {81, 1, 7, 215, 208, 0}, ab, "Memory read = AB"},
+      {latch, {81, 1, 7, 233, 44, 146}, done, "Latch outputs = OK"},
+      {change, {81, 1, 7, 251, 82, 90}, done, "MDCES Change = OK"}};
+  for (const auto& [run, request, reply, result] : rows) {
     line.written.clear();
-    play(row.request.size() + 2, row.reply);
-    EXPECT_EQ(row.run(true), row.result);
-    ASSERT_EQ(line.written.size(), 1U) << row.result;
-    line.written[0].pop_back();  // the checksum
-    EXPECT_EQ(line.written[0], Bytes{81} + row.request) << row.result;
+    play(request.size(), reply);
+    EXPECT_EQ(run(true), result);
+    EXPECT_EQ(line.written, std::vector<Bytes>{request}) << result;
+    const bool alwaysAsks = request[3] == 233 || request[3] == 251;
     for (const bool prompt : {false, true}) {  // nobody answers
-      desktop.shown.clear();
       desktop.answers = {MessageAnswer::No};
       const std::uint32_t start = clock.now;
-      EXPECT_TRUE(row.run(prompt).starts_with("Error : ")) << row.result;
-      EXPECT_EQ(desktop.shown.empty(), !prompt && !row.alwaysAsks) << row.result;
-      EXPECT_EQ(clock.now - start, 2U * 1002U) << row.result;
+      EXPECT_EQ(run(prompt), prompt || alwaysAsks ? "Error : User aborted dravo command"
+                                                  : "Error : All comms is dead");
+      EXPECT_EQ(clock.now - start, 2U * 1002U) << result;
     }
   }
   const std::uint32_t start = clock.now;
@@ -124,48 +108,26 @@ TEST_F(DeviceTest, SendsNothingForAnArgumentThatDoesNotFit) {
   EXPECT_EQ(log, testing::Log{"open"});
 }
 
-TEST_F(DeviceTest, ReadsTheIdentityFromTheRawBytes) {
-  struct Row {
-    Bytes buildCode;
-    Bytes serial;
-    const char* type;
-    std::int32_t number;
-  };
-  const Bytes customer{7, 8, 81, 0, 67, 117, 115, 116, 111, 109, 101, 114, 78};
-  const Bytes engineer{7, 8, 81, 0, 69, 110, 103, 105, 110, 101, 101, 114, 115};
-  const Row rows[] = {{customer, {7, 3, 81, 0, 135, 214, 18, 54}, "Customer", 1234567},
-                      {engineer, {7, 3, 81, 0, 255, 255, 255, 168}, "Engineer", 16777215},
-                      {customer, {7, 4, 81, 0, 1, 0, 0, 9, 154}, "Customer", 1},
-                      {customer, {7, 2, 81, 0, 1, 1, 164}, "Fail", -9},    // fewer than three bytes
-                      {customer, {7, 3, 81, 0, 1, 0, 0, 0}, "Fail", -9}};  // a wrong checksum
-  for (const Row& row : rows) {
-    play(5, row.buildCode);
-    play(5, row.serial);
-    play(5, row.serial);
+TEST_F(DeviceTest, ReadsTheIdentityFromTheRawBytesAndStartsTheSecondReadFromTheBuildCode) {
+  const Bytes customer{7, 8, 81, 0, 67, 117, 115, 116, 111, 109, 101, 114, 78},
+      engineer{7, 8, 81, 0, 69, 110, 103, 105, 110, 101, 101, 114, 115},
+      stranger{7, 9, 81, 0, 67, 117, 115, 116, 111, 109, 101, 114, 32, 45},  // a blank behind
+      tooLong = customer + Bytes{0}, wrongSum{7, 3, 81, 0, 1, 0, 0, 0};
+  const std::tuple<int, std::vector<Bytes>, const char*, std::int32_t> rows[] = {
+      {INT32_MIN, {customer, {7, 3, 81, 0, 135, 214, 18, 54}}, "Customer", 1234567},
+      {1, {engineer, {7, 3, 81, 0, 255, 255, 255, 168}}, "Engineer", 16777215},
+      {1, {customer, {7, 4, 81, 0, 1, 0, 0, 9, 154}}, "Customer", 1},
+      {1, {customer, {7, 2, 81, 0, 1, 1, 164}}, "Fail", -9},  // fewer than three bytes
+      {0, {customer, wrongSum, wrongSum}, "Fail", -9},
+      {2, {stranger, stranger}, "Fail", -9},  // who is not asked for a number
+      {2, {tooLong, tooLong, engineer, {7, 3, 81, 0, 42, 0, 0, 123}}, "Engineer", 42}};
+  for (const auto& [attempts, replies, type, expected] : rows) {
+    for (const Bytes& reply : replies) play(5, reply);
     std::int32_t number = -9;
-    EXPECT_EQ(pod.Pod_ReadIdentity(number, INT32_MIN, 81, 7), row.type);
-    EXPECT_LE(std::exchange(line.written, {}).size(), 3U);  // of a single read
-    EXPECT_EQ(number, row.number);
-    line.script.clear();
+    EXPECT_EQ(pod.Pod_ReadIdentity(number, attempts, 81, 7), type);
+    EXPECT_EQ(number, expected);
+    EXPECT_EQ(std::exchange(line.written, {}).size(), replies.size());
   }
-  EXPECT_TRUE(desktop.shown.empty());
-}
-
-TEST_F(DeviceTest, StartsTheSecondReadFromTheBuildCodeAndNeverAsksAStrangerForItsNumber) {
-  const Bytes trailingBlank{1, 9, 80, 0, 67, 117, 115, 116, 111, 109, 101, 114, 32, 52};
-  std::int32_t number = -9;
-  for (int i = 0; i < 2; ++i) play(5, trailingBlank);
-  EXPECT_EQ(pod.Pod_ReadIdentity(number, 2, 80, 1), "Fail");
-  EXPECT_EQ(line.written, (std::vector<Bytes>(2, testing::kBuildCode)));
-  EXPECT_EQ(number, -9);
-
-  line.written.clear();
-  for (int i = 0; i < 2; ++i) play(5, testing::kCustomer + Bytes{0});  // too many bytes, twice
-  play(5, testing::kEngineer);
-  play(5, {1, 3, 80, 0, 42, 0, 0, 130});
-  EXPECT_EQ(pod.Pod_ReadIdentity(number, 2, 80, 1), "Engineer");
-  EXPECT_EQ(number, 42);
-  EXPECT_EQ(line.written.size(), 4U);
   EXPECT_TRUE(desktop.shown.empty());
 }
 

@@ -25,20 +25,15 @@ class RequestTest : public ::testing::Test, protected testing::Machine {
   void click() { window.Control_Click({"cmdAccept"}); }
 
   testing::RecordingForm form{log};
-  frmStartup window{form, line, desktop, clock, {}, {1, 10, 1}};
+  frmStartup window{form, line, desktop, clock, {}, {3, 10, 2}};
   Log loaded;
 };
 
-const Log kStart{"cmdAccept disabled", "Label1: ", "open"};
+const Log kStart{"cmdAccept: disabled", "Label1: ", "open"};
 const Log kTransaction{"discard", "write"};
 
-Log operator+(Log left, const Log& right) {
-  left.insert(left.end(), right.begin(), right.end());
-  return left;
-}
-
 TEST_F(RequestTest, StartsWithTheVersionInTheCaptionAndAnEmptyResult) {
-  EXPECT_EQ(form.windowCaption, "Zendor Serial Number Extractor V1.10.1");
+  EXPECT_EQ(form.windowCaption, "Zendor Serial Number Extractor V3.10.2");
   EXPECT_EQ(loaded, (Log{"SerialPort: Serial Port", "Label1: "}));
   window.Control_Click({"optCommPort", 1});
   EXPECT_EQ(log, Log{});
@@ -55,15 +50,15 @@ TEST_F(RequestTest, AsksThePodOnTheChosenPortAndClosesIt) {
   EXPECT_EQ(line.written,
             (std::vector<Bytes>{testing::kPoll, testing::kBuildCode, testing::kSerial}));
   EXPECT_EQ(log, (kStart + kTransaction + kTransaction + kTransaction +
-                  Log{"Label1: C-1234567", "cmdAccept enabled", "close"}));
+                  Log{"Label1: C-1234567", "cmdAccept: enabled", "close"}));
 }
 
 TEST_F(RequestTest, TellsOfAMissingPodOnceAndIsReadyForTheNextClick) {
   click();
   EXPECT_EQ(clock.now, 2U * 1002U);
   EXPECT_EQ(log, (kStart + kTransaction + kTransaction +
-                  Log{"[Error] You Must Attach The Zendor!", "close", "cmdAccept enabled",
-                      "cmdAccept focused"}));
+                  Log{"[Error] You Must Attach The Zendor!", "close", "cmdAccept: enabled",
+                      "cmdAccept: focused"}));
   EXPECT_EQ(desktop.shown[0].icon, MessageIcon::Critical);
   playPod(testing::kEngineer);
   for (int i = 0; i < 2; ++i) line.script.insert(line.script.begin() + 1, {{{0, Bytes(3)}}});
@@ -87,7 +82,7 @@ TEST_F(RequestTest, EndsTheProgramWhenThePortDoesNotOpen) {
   line.open();
   log.clear();
   EXPECT_THROW(click(), testing::ProgramEnded);  // already open: ended without a word
-  EXPECT_EQ(log, (Log{"cmdAccept disabled", "Label1: "}));
+  EXPECT_EQ(log, (Log{"cmdAccept: disabled", "Label1: "}));
 }
 
 }  // namespace
