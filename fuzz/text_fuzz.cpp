@@ -24,21 +24,20 @@ void requireByteList(std::string_view text, bool commas) {
   require(Tool_DecimalToArray(written, commas, again)->bytes == bytes->bytes);
 }
 
-void requireCharacters(std::string_view text, std::size_t width) {
+void requireText(std::string_view text, std::size_t width) {
   const auto bytes = bytesOfText(text);
   require(!bytes || textOfBytes(bytes->bytes) == text);
   require(!bytes || bytes->bytes.size() == characterCount(text));
-  const std::string_view first = firstCharacters(text, width);
-  require(text.starts_with(first));
+  require(text.starts_with(firstCharacters(text, width)));
   const std::string padded = Tool_PadText(true, text, width, true);
   require(padded.ends_with(text) && characterCount(padded) >= width);
-}
 
-void requireResult(std::string_view text) {
   std::string value(text);
   const bool succeeded = Tool_GetResultValue(value);
   require(succeeded != Tool_IsErrorResult(text));
   require(succeeded ? text.ends_with(value) : value == "UNKNOWN");
+  const std::size_t commas = text.empty() ? 0 : (text.size() - 1) / 3;
+  require(Tool_GroupThousands(text).size() == text.size() + commas);
 }
 
 // A number comes back from its own digits; where it is read as leniently as the text was, as far as
@@ -57,22 +56,14 @@ void requireNumber(std::string_view text) {
   require(Tool_TextToNumber(whole) == std::round(number));
 }
 
-void requireGroups(std::string_view text) {
-  const std::string grouped = Tool_GroupThousands(text);
-  const std::size_t commas = text.empty() ? 0 : (text.size() - 1) / 3;
-  require(grouped.size() == text.size() + commas);
-}
-
 void convert(std::string_view input) {
   if (input.empty()) return;
   const auto width = static_cast<std::uint8_t>(input[0]);
   const std::string_view text = input.substr(1);
   requireByteList(text, true);
   requireByteList(text, false);
-  requireCharacters(text, width);
-  requireResult(text);
+  requireText(text, width);
   requireNumber(text);
-  requireGroups(text);
 }
 
 }  // namespace

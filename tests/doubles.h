@@ -58,8 +58,9 @@ class RecordingDesktop final : public Desktop {
   RecordingDesktop(HandClock& clock, Log& log) : clock_(clock), log_(log) {}
 
   MessageAnswer showMessage(const Message& message) override {
-    shown.push_back(message);
-    log_.push_back("[" + message.title + "] " + message.text);
+    const char* const icons[] = {"", "(x) ", "(!) "};
+    log_.push_back(icons[static_cast<int>(message.icon)] + ("[" + message.title + "] ") +
+                   message.text);
     if (message.buttons == MessageButtons::Ok) return MessageAnswer::Ok;
     if (answers.empty()) throw std::logic_error("a question without an answer");
     return std::exchange(answers, {answers.begin() + 1, answers.end()}).front();
@@ -69,7 +70,6 @@ class RecordingDesktop final : public Desktop {
     if (onPass) onPass();
   }
 
-  std::vector<Message> shown;
   std::vector<MessageAnswer> answers;
   std::function<void()> onPass;
 
@@ -100,7 +100,6 @@ class ScriptedLine final : public SerialPort {
   void open() override { change("open", openError, true); }
   void close() override { change("close", closeError, false); }
   std::size_t bytesWaiting() override {
-    if (!open_) throw std::logic_error("a closed port");
     for (; !coming_.empty() && coming_.begin()->first <= clock_.now; coming_.erase(coming_.begin()))
       waiting = waiting + coming_.begin()->second;
     return waiting.size();

@@ -40,7 +40,7 @@ std::string request(const simulator::FaultRule& rule) {
   std::string headers, shown;
   for (const Bytes& frame : machine.line.written) headers += std::to_string(frame[3]) + " ";
   for (const std::string& entry : machine.log) {
-    if (entry.starts_with("[") || entry.starts_with("Label1: ")) shown = entry;
+    if (entry.starts_with("(x) ") || entry.starts_with("Label1: ")) shown = entry;
   }
   return headers + shown + end;
 }
@@ -58,17 +58,17 @@ Harm harmOf(Fault fault, std::optional<unsigned> times) {
 }
 
 const char* const kGood = "254 192 242 Label1: C-1234567";
-const char* const kNoPod = "254 254 [Error] You Must Attach The Zendor!";
+const char* const kNoPod = "254 254 (x) [Error] You Must Attach The Zendor!";
 
 // By the command that is struck: what comes of each harm.
 const std::map<std::uint8_t, std::vector<std::string>> kOutcomes{
     {254, {kGood, "254 254 192 242 Label1: C-1234567", kNoPod, kNoPod}},
     {192,
      {kGood, "254 192 192 242 Label1: C-1234567", "254 192 192 192 242 Label1: C-1234567",
-      "254 192 192 192 192 [Error] You Zendor maybe Faulty, ended, open"}},
+      "254 192 192 192 192 (x) [Error] You Zendor maybe Faulty, ended, open"}},
     {242,
      {kGood, "254 192 242 242 Label1: C-1234567", "254 192 242 242 192 242 Label1: C-1234567",
-      "254 192 242 242 192 242 242 [Error] You Zendor maybe Faulty, ended, open"}}};
+      "254 192 242 242 192 242 242 (x) [Error] You Zendor maybe Faulty, ended, open"}}};
 
 TEST(FaultMatrix, EveryFaultOnEveryCommandOnceTwiceAndAlwaysHasItsOutcome) {
   for (const auto& entry : simulator::faultCatalogue()) {

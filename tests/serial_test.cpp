@@ -44,26 +44,21 @@ TEST_F(SerialTest, WritesTheWholeConfigurationForAnAcceptedRateAndNothingForOthe
     const PortConfiguration written{1, 0, 0, false, 0, 0, 3, settings};
     EXPECT_EQ(fieldsOf(line.configuration), fieldsOf(accepted ? written : spoiled)) << settings;
   }
-  EXPECT_EQ(log, Log{"[Program Error] Error in Port_InitialiseSerialPort"});  // no comma
+  EXPECT_EQ(log, Log{"(x) [Program Error] Error in Port_InitialiseSerialPort"});  // no comma
 }
 
-TEST_F(SerialTest, SwitchesThePortOnceAndSaysWhatHappened) {
+TEST_F(SerialTest, SwitchesThePortOnceAndShowsARefusalOnlyWhenAskedTo) {
   EXPECT_EQ(control.Port_SetOpen(false, true), PortStatus::AlreadyClosed);
   EXPECT_EQ(control.Port_SetOpen(true, true), PortStatus::Switched);
   EXPECT_EQ(control.Port_SetOpen(true, true), PortStatus::AlreadyOpen);
   EXPECT_EQ(control.Port_SetOpen(false, true), PortStatus::Switched);
-  EXPECT_EQ(log, (Log{"open", "close"}));
-}
-
-TEST_F(SerialTest, ShowsARefusalOnlyWhenAskedTo) {
   line.openError = PortError{2, "No such port."};
   control.Port_InitialiseSerialPort(4, "9600,N,8,1");
   EXPECT_EQ(control.Port_SetOpen(true, false), PortStatus::Refused);
   EXPECT_EQ(control.Port_SetOpen(true, true), PortStatus::Refused);
   EXPECT_FALSE(control.Port_IsOpen());
   const std::string box = "[Error opening/closing Serial Port 4] No such port." + kAdvice;
-  EXPECT_EQ(log, (Log{"open", "open", box}));
-  EXPECT_EQ(desktop.shown[0].icon, MessageIcon::None);
+  EXPECT_EQ(log, (Log{"open", "close", "open", "open", box}));
 }
 
 TEST_F(SerialTest, ShutsDownPastAPortThatWillNotClose) {
@@ -74,9 +69,8 @@ TEST_F(SerialTest, ShutsDownPastAPortThatWillNotClose) {
   line.closeError = PortError{5, "Stuck."};
   EXPECT_THROW(control.Port_Shutdown(), testing::ProgramEnded);
   const std::string box = "[Error opening/closing Serial Port 0] Stuck." + kAdvice;
-  const std::string warning = "[Tarrow] PORT reset fail - please reset your HH PC!";
+  const std::string warning = "(!) [Tarrow] PORT reset fail - please reset your HH PC!";
   EXPECT_EQ(log, (Log{"open", "close", "open", "close", box, warning}));
-  EXPECT_EQ(desktop.shown[1].icon, MessageIcon::Exclamation);
 }
 
 TEST(Ticks, AreUnsigned) {
