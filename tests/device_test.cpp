@@ -7,8 +7,7 @@
 namespace zendor {
 namespace {
 
-using testing::Bytes;
-using testing::operator+;
+using testing::Bytes, testing::operator+;
 
 // The device has address 81 here and the host 7, so that no address can be a fixed one.
 class DeviceTest : public ::testing::Test, protected testing::Machine {

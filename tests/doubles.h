@@ -85,12 +85,9 @@ class ScriptedLine final : public SerialPort {
  public:
   ScriptedLine(HandClock& clock, Log& log) : clock_(clock), log_(log) {}
 
-  struct Piece {
-    double afterMs = 0;
-    Bytes bytes;
-  };
-  std::deque<std::vector<Piece>> script;
-  std::function<std::vector<Piece>(std::span<const std::uint8_t>)> respond;
+  using Pieces = std::multimap<double, Bytes>;  // by the milliseconds until they arrive
+  std::deque<Pieces> script;
+  std::function<Pieces(std::span<const std::uint8_t>)> respond;
   std::vector<Bytes> written;
   std::size_t unsent = 0;
   std::optional<PortError> openError, closeError, writeError;
@@ -118,7 +115,7 @@ class ScriptedLine final : public SerialPort {
     written.emplace_back(bytes.begin(), bytes.end());
     if (respond) script.push_back(respond(bytes));
     if (script.empty()) return;
-    for (Piece& piece : script.front()) coming_.emplace(clock_.now + piece.afterMs, piece.bytes);
+    for (const auto& [delay, piece] : script.front()) coming_.emplace(clock_.now + delay, piece);
     script.pop_front();
   }
 
@@ -132,7 +129,7 @@ class ScriptedLine final : public SerialPort {
   HandClock& clock_;
   Log& log_;
   bool open_ = false;
-  std::multimap<double, Bytes> coming_;  // by the millisecond at which they arrive
+  Pieces coming_;  // by the millisecond of the clock
   Bytes read_;
 };
 

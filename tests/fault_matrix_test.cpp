@@ -11,9 +11,7 @@
 namespace zendor {
 namespace {
 
-using simulator::Fault;
-using simulator::TimePoint;
-using testing::Bytes;
+using simulator::Fault, simulator::TimePoint, testing::Bytes;
 
 // The headers that go out for a request, what a person sees of it, and how it leaves the program.
 std::string request(const simulator::FaultRule& rule) {
@@ -22,10 +20,9 @@ std::string request(const simulator::FaultRule& rule) {
   simulator::LineStation station(simulator::Pod{}, {{rule}}, simulator::kByteTime);
   machine.line.respond = [&](auto bytes) {
     const TimePoint now{std::chrono::milliseconds(machine.clock.now)};
-    std::vector<testing::ScriptedLine::Piece> pieces;
-    for (const auto& [due, delivered] : station.receive(bytes, now)) {
-      pieces.push_back({std::chrono::duration<double, std::milli>(due - now).count(), delivered});
-    }
+    testing::ScriptedLine::Pieces pieces;
+    for (const auto& [due, delivered] : station.receive(bytes, now))
+      pieces.emplace(std::chrono::duration<double, std::milli>(due - now).count(), delivered);
     return pieces;
   };
   frmStartup window(form, machine.line, machine.desktop, machine.clock, {}, {});

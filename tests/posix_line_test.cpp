@@ -84,27 +84,24 @@ class PosixLine : public ::testing::Test {
 };
 
 TEST_F(PosixLine, CountsTheRealPortsOnBoardFirstThenAdaptersByNumber) {
-  writeFile("usb/idVendor", "1d6b");
-  writeFile("usb/product", "Hub");
-  writeFile("usb/1/idVendor", "067b");
-  writeFile("usb/1/product", "USB-Serial Controller");
-  writeFile("usb/2/idVendor", "067b");
-  const auto add = [this](const fs::path& name, const char* chip, const char* behind) {
-    writeFile("class/tty" / name / (*chip != '\0' ? "type" : "dev"), chip);
+  const std::pair<const char*, const char*> files[] = {
+      {"usb/idVendor", "1d6b"},      {"usb/product", "Hub"},
+      {"usb/1/idVendor", "067b"},    {"usb/1/product", "USB-Serial Controller"},
+      {"usb/2/idVendor", "067b"},    {"class/tty/ttyS0/type", "4"},
+      {"class/tty/ttyS1/type", "0"},  // a place without a chip
+      {"class/tty/ttyS2/type", "3"}, {"class/tty/ttyS10/type", "4"},
+      {"class/tty/tty1/dev", ""}};
+  for (const auto& [name, text] : files) writeFile(name, text);
+  const auto add = [this](const fs::path& name, const fs::path& behind) {
     fs::create_directories(folder / behind);
-    if (*behind != '\0')
-      fs::create_symlink(folder / behind, folder / "class/tty" / name / "device");
+    fs::create_directories(folder / "class/tty" / name);
+    fs::create_symlink(folder / behind, folder / "class/tty" / name / "device");
   };
-  add("ttyUSB10", "", "usb/2/port");
-  add("ttyACM0", "", "usb/2/port");
-  add("ttyS10", "4", "board");
-  add("ttyS0", "4", "board");
-  add("ttyS1", "0", "board");  // a place without a chip
-  add("ttyS2", "3", "board");
-  add("tty1", "", "");
+  for (const char* name : {"ttyS0", "ttyS1", "ttyS2", "ttyS10"}) add(name, "board");
+  for (const char* name : {"ttyUSB10", "ttyACM0"}) add(name, "usb/2/port");
   const PortDevices devices(folder);
   EXPECT_EQ(devices.deviceOfPort(5), "/dev/ttyUSB10");
-  add("ttyUSB2", "", "usb/1/port");
+  add("ttyUSB2", "usb/1/port");
 
   int number = 0;
   for (const char* expected :

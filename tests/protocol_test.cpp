@@ -11,10 +11,7 @@
 namespace zendor {
 namespace {
 
-using testing::Bytes;
-using testing::kDone;
-using testing::kPoll;
-using testing::operator+;
+using testing::Bytes, testing::kDone, testing::kPoll, testing::operator+;
 
 TEST(MessageWrite, SendsItsBytesOnceTheQueueHasDrainedAndStaleInputIsGone) {
   testing::Machine machine;

@@ -6,9 +6,7 @@
 namespace zendor {
 namespace {
 
-using testing::Bytes;
-using testing::Log;
-using testing::operator+;
+using testing::Bytes, testing::Log, testing::operator+;
 
 class RequestTest : public ::testing::Test, protected testing::Machine {
  protected:

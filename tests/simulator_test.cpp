@@ -11,8 +11,7 @@ namespace zendor::simulator {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::k1234567, testing::kDone, testing::kPoll, testing::kSerial;
-using testing::operator+;
+using testing::k1234567, testing::kDone, testing::kPoll, testing::kSerial, testing::operator+;
 
 const Bytes kRefusal{1, 0, 80, 5, 170};
 
@@ -65,43 +64,35 @@ TEST(SimulatorTest, EachCommandIsAnsweredFromWhatThePodIsAndRemembers) {
 }
 
 TEST(SimulatorTest, EachFaultSpoilsTheExchangeByItsOwnBytesAndTimes) {
-  struct Row {
-    const char* fault;
-    Bytes received;
-    std::size_t replyBytes;
-    std::chrono::milliseconds pause{0};
-  };
   const Bytes cut{1, 3, 80, 0, 135, 214, 18}, toTwo{2, 3, 80, 0, 135, 214, 18, 60},
       from81{1, 3, 81, 0, 135, 214, 18, 60};
-  const Row rows[] = {
-      {"none", kSerial + k1234567, 8},
-      {"dead", {}, 0},
-      {"no-echo", k1234567, 8},
-      {"partial-echo", {80, 0}, 0},
-      {"echo-only", kSerial, 0},
-      {"short-reply", kSerial + Bytes{1, 3, 80, 0}, 4},
-      {"truncated-reply", kSerial + cut, 7},
-      {"extra-byte", kSerial + k1234567 + Bytes{0}, 9},
-      {"garbage-before", kSerial + Bytes{255, 0} + k1234567, 10},
-      {"wrong-checksum", kSerial + cut + Bytes{60}, 8},
-      {"wrong-destination", kSerial + toTwo, 8},
-      {"wrong-source", kSerial + from81, 8},
-      {"busy", kSerial + testing::kBusy, 5},
-      {"nak", kSerial + kRefusal, 5},
-      {"unknown-header", kSerial + Bytes{1, 0, 80, 7, 168}, 5},
+  // By the fault: what comes back, how many bytes of it are the reply, what is waited besides.
+  const std::tuple<const char*, Bytes, int, std::chrono::milliseconds> rows[] = {
+      {"none", kSerial + k1234567, 8, 0ms},
+      {"dead", {}, 0, 0ms},
+      {"no-echo", k1234567, 8, 0ms},
+      {"partial-echo", {80, 0}, 0, 0ms},
+      {"echo-only", kSerial, 0, 0ms},
+      {"short-reply", kSerial + Bytes{1, 3, 80, 0}, 4, 0ms},
+      {"truncated-reply", kSerial + cut, 7, 0ms},
+      {"extra-byte", kSerial + k1234567 + Bytes{0}, 9, 0ms},
+      {"garbage-before", kSerial + Bytes{255, 0} + k1234567, 10, 0ms},
+      {"wrong-checksum", kSerial + cut + Bytes{60}, 8, 0ms},
+      {"wrong-destination", kSerial + toTwo, 8, 0ms},
+      {"wrong-source", kSerial + from81, 8, 0ms},
+      {"busy", kSerial + testing::kBusy, 5, 0ms},
+      {"nak", kSerial + kRefusal, 5, 0ms},
+      {"unknown-header", kSerial + Bytes{1, 0, 80, 7, 168}, 5, 0ms},
       {"late-reply", kSerial + k1234567, 8, 1200ms},
-      {"byte-by-byte", kSerial + k1234567, 8, 8 * 20ms},
-  };
+      {"byte-by-byte", kSerial + k1234567, 8, 8 * 20ms}};
   ASSERT_EQ(std::size(rows), faultCatalogue().size());
-  for (const Row& row : rows) {
-    LineStation station = stationWith({row.fault});
+  for (const auto& [fault, bytes, replyBytes, pause] : rows) {
+    LineStation station = stationWith({fault});
     const auto deliveries = station.receive(kSerial, {});
-    EXPECT_EQ(received(deliveries), row.received) << row.fault;
-    if (row.replyBytes == 0) continue;
-    EXPECT_EQ(deliveries.back().due,
-              TimePoint{row.pause + kByteTime * (kSerial.size() + row.replyBytes)})
-        << row.fault;
-    EXPECT_EQ(deliveries.back().bytes.size(), row.fault == std::string("extra-byte") ? 2U : 1U);
+    EXPECT_EQ(received(deliveries), bytes) << fault;
+    if (replyBytes == 0) continue;
+    EXPECT_EQ(deliveries.back().due, TimePoint{pause + kByteTime * (5 + replyBytes)}) << fault;
+    EXPECT_EQ(deliveries.back().bytes.size(), replyBytes == 9 ? 2U : 1U);  // the extra byte
   }
   LineStation station = stationWith({"truncated-reply"});
   EXPECT_EQ(received(station.receive(kPoll, {})), (kPoll + Bytes{1, 1, 80, 0, 0}));
