@@ -15,8 +15,7 @@ namespace {
 
 using Bytes = std::span<const std::uint8_t>;
 
-constexpr int kDevice = 80;
-constexpr int kHost = 1;
+constexpr int kDevice = 80, kHost = 1;
 
 Bytes take(Bytes& input, std::size_t count) {
   const Bytes taken = input.first(std::min(count, input.size()));

@@ -56,20 +56,15 @@ void requireNumber(std::string_view text) {
   require(Tool_TextToNumber(whole) == std::round(number));
 }
 
-void convert(std::string_view input) {
-  if (input.empty()) return;
-  const auto width = static_cast<std::uint8_t>(input[0]);
-  const std::string_view text = input.substr(1);
-  requireByteList(text, true);
-  requireByteList(text, false);
-  requireText(text, width);
-  requireNumber(text);
-}
-
 }  // namespace
 }  // namespace zendor
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  zendor::convert({reinterpret_cast<const char*>(data), size});
+  if (size == 0) return 0;
+  const std::string_view text(reinterpret_cast<const char*>(data) + 1, size - 1);
+  zendor::requireByteList(text, true);
+  zendor::requireByteList(text, false);
+  zendor::requireText(text, data[0]);
+  zendor::requireNumber(text);
   return 0;
 }

@@ -144,13 +144,11 @@ TEST_F(TransactionTest, AsksAfterEveryTwoFailedAttemptsUntilTheUserDeclines) {
   desktop.answers = {MessageAnswer::Yes, MessageAnswer::No};
   command.promptOnFailure = true;
   EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Error : User aborted dravo command");
-  EXPECT_EQ(line.written.size(), 4U);
   const std::string
       title = "(!) [dravo\u00AE (serial communications) Error] ",
       question = "\r\nPlease check all connections and power supplies.\r\nDo you want to retry ?";
-  std::erase_if(log, [](const auto& entry) { return entry[0] != '('; });
-  EXPECT_EQ(log, (testing::Log{title + "Error : Slave is not responding" + question,
-                               title + "Error : BUSY message" + question}));
+  EXPECT_EQ(log.at(5), title + "Error : Slave is not responding" + question);  // two writes before
+  EXPECT_EQ(log.at(10), title + "Error : BUSY message" + question);
 }
 
 TEST_F(TransactionTest, ReversesTheReplyInTheStoreAndInTheText) {
@@ -167,9 +165,6 @@ TEST_F(TransactionTest, ReversesTheReplyInTheStoreAndInTheText) {
 TEST_F(TransactionTest, EndsTheProgramForARequestWithoutHeaderOrAnUnknownFormat) {
   command.request = " ";
   EXPECT_THROW(transaction.LL_DRAVO_Send(command), testing::ProgramEnded);
-  EXPECT_EQ(log, (testing::Log{"open", "(x) [Program Error] Error in LL_DRAVO_Send", "close"}));
-
-  log.clear();
   line.open();
   command.request = "254";
   command.replyFormat = static_cast<ReplyFormat>(6);
@@ -177,8 +172,9 @@ TEST_F(TransactionTest, EndsTheProgramForARequestWithoutHeaderOrAnUnknownFormat)
   EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Poll = OK");  // no data, no format
   play(5, {1, 1, 80, 0, 9, 165});
   EXPECT_THROW(transaction.LL_DRAVO_Send(command), testing::ProgramEnded);
-  EXPECT_EQ(log, (testing::Log{"open", "discard", "write", "discard", "write",
-                               "(x) [Program Error] Error in LL_DRAVO_Send", "close"}));
+  const std::string report = "(x) [Program Error] Error in LL_DRAVO_Send";
+  EXPECT_EQ(log, (testing::Log{"open", report, "close", "open", "discard", "write", "discard",
+                               "write", report, "close"}));
 }
 
 }  // namespace
