@@ -1,7 +1,6 @@
 // Any bytes in any pieces through receive poll, reply check and reply text. The input is a request
 // length, then pieces: a length byte and that many bytes each, or 255 and all that is left.
 #include <algorithm>
-#include <array>
 #include <numeric>
 
 #include "fuzz/require.h"
@@ -40,9 +39,9 @@ bool poll(Bytes pieces, FrameStores& stores) {
 }
 
 void receive(Bytes input) {
-  const std::array<std::uint8_t, 3> before{1, 2, 3};
+  const std::vector<std::uint8_t> before{1, 2, 3};
   FrameStores stores;
-  stores.RxData.assign(before.begin(), before.end());
+  stores.RxData = before;
   stores.TxLength = 5U + (input.empty() ? 0U : take(input, 1)[0]);
   const bool complete = poll(input, stores);
   const std::string result = LL_DRAVO_CheckReply(stores, kDevice, kHost);
@@ -52,8 +51,8 @@ void receive(Bytes input) {
   const std::size_t announced = reply.size() < 5 ? 0 : reply[1];
   const bool isWhole = reply.size() >= 5 && reply.size() == announced + 5;
   require(stores.RxDataCount == static_cast<int>(announced));
-  const bool isFilled = isWhole && announced != 0;
-  require(std::ranges::equal(stores.RxData, isFilled ? reply.subspan(4, announced) : before));
+  require(std::ranges::equal(stores.RxData,
+                             isWhole && announced != 0 ? reply.subspan(4, announced) : before));
 
   const bool isGood = isWhole && std::accumulate(reply.begin(), reply.end(), 0U) % 256 == 0 &&
                       reply[0] == kHost && reply[2] == kDevice && reply[3] == 0;
