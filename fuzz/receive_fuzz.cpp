@@ -59,9 +59,8 @@ void receive(Bytes input) {
   require(isGood ? complete && result.empty() : result.starts_with("Error : "));
   for (int code = -1; isGood && code <= 10; ++code) {
     const bool isKnown = (code >= 0 && code <= 5) || code == 9;
-    require(
-        replyText(reply.subspan(4, announced), static_cast<ReplyFormat>(code), {}).has_value() ==
-        isKnown);
+    const auto text = replyText(reply.subspan(4, announced), static_cast<ReplyFormat>(code), {});
+    require(text.has_value() == isKnown);
   }
 }
 

@@ -65,7 +65,7 @@ namespace {
 TEST(PosixDriver, IsSetUpByTheOpenAndLeftAsItWasByTheClose) {
   const FileDescriptor farEnd(::posix_openpt(O_RDWR | O_NOCTTY));
   ::unlockpt(farEnd.number());
-  const std::string device = ::ptsname(farEnd.number());
+  std::string device = ::ptsname(farEnd.number());
   PosixSerialPort port{[&](int) { return device; }};
   port.configuration.settings = "9600,N,8,1";
   constexpr int kBoth = TIOCM_DTR | TIOCM_RTS;

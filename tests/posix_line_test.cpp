@@ -29,8 +29,7 @@ class PosixLine : public ::testing::Test {
   PosixLine() {
     fs::create_directories(folder);
     connect();
-    port.configuration.portNumber = 1;
-    port.configuration.settings = "9600,N,8,1";
+    port.configuration = {.portNumber = 1, .settings = "9600,N,8,1"};
   }
   ~PosixLine() override { fs::remove_all(folder); }
 
@@ -55,7 +54,7 @@ class PosixLine : public ::testing::Test {
   }
 
   PortError refusal() {
-    const PortError error = refusalOf([this] { port.open(); });
+    PortError error = refusalOf([this] { port.open(); });
     EXPECT_EQ(port.isOpen(), error.number == 0);
     port.close();
     return error;

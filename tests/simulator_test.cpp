@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 #include "platform/posix/posix_serial_port.h"
@@ -23,7 +25,7 @@ Bytes received(const std::vector<Delivery>& deliveries) {
 
 LineStation stationWith(const std::vector<const char*>& faults) {
   std::vector<FaultRule> rules;
-  for (const char* fault : faults) rules.push_back(parseFaultRule(fault));
+  std::ranges::transform(faults, std::back_inserter(rules), parseFaultRule);
   return {Pod{}, rules, kByteTime};
 }
 
