@@ -87,9 +87,9 @@ int main(int argc, char** argv) {
   if (argc != 2) return EXIT_FAILURE;
   zendor::Win32Form form(zendor::frmStartup::description());
   zendor::Win32SerialPort port;
-  zendor::Win32Desktop desktop(form);
+  zendor::Win32Desktop desktop(form.calls());
   const zendor::SteadyClock clock;
   zendor::frmStartup startup(form, port, desktop, clock, {}, {});
-  TimedEvents events(startup, form.window(), std::atoi(argv[1]));
+  TimedEvents events(startup, form.calls().window(), std::atoi(argv[1]));
   form.run(events);
 }

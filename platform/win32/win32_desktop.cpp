@@ -24,23 +24,23 @@ UINT flagOf(MessageIcon icon) {
 
 }  // namespace
 
-Win32Desktop::Win32Desktop(Win32Form& form) : form_(form) {}
+Win32Desktop::Win32Desktop(WindowCalls& calls) : calls_(calls) {}
 
 MessageAnswer Win32Desktop::showMessage(const Message& message) {
   const bool isChoice = message.buttons == MessageButtons::YesNo;
   const UINT buttons = isChoice ? MB_YESNO : MB_OK;
-  const int answer =
-      MessageBoxW(form_.window(), wideFromUtf8(message.text).c_str(),
-                  wideFromUtf8(message.title).c_str(), buttons | flagOf(message.icon));
+  int answer = 0;
+  calls_.callModal([&] {
+    answer = MessageBoxW(calls_.window(), wideFromUtf8(message.text).c_str(),
+                         wideFromUtf8(message.title).c_str(), buttons | flagOf(message.icon));
+  });
   if (!isChoice) return MessageAnswer::Ok;
   return answer == IDYES ? MessageAnswer::Yes : MessageAnswer::No;
 }
 
-void Win32Desktop::processEvents() {
-  form_.handlePendingEvents();
-  SwitchToThread();
-}
+void Win32Desktop::processEvents() { SwitchToThread(); }
 
-void Win32Desktop::endProcess() { std::_Exit(EXIT_SUCCESS); }
+// An ordinary exit would have the libraries clean up, in locks that the other thread may hold.
+void Win32Desktop::endProcess() { TerminateProcess(GetCurrentProcess(), EXIT_SUCCESS); }
 
 }  // namespace zendor

@@ -1,14 +1,15 @@
-// Message boxes, the pending events and the end of the program, for one window.
+// Message boxes, the pending events and the end of the program, for one window. Its own thread
+// serves that window, so that there are no pending events to handle.
 #pragma once
 
 #include "platform/desktop.h"
-#include "platform/win32/win32_form.h"
+#include "platform/win32/win32_calls.h"
 
 namespace zendor {
 
 class Win32Desktop final : public Desktop {
  public:
-  explicit Win32Desktop(Win32Form& form);
+  explicit Win32Desktop(WindowCalls& calls);
 
   MessageAnswer showMessage(const Message& message) override;
   void processEvents() override;
@@ -16,7 +17,7 @@ class Win32Desktop final : public Desktop {
  private:
   void endProcess() override;
 
-  Win32Form& form_;
+  WindowCalls& calls_;
 };
 
 }  // namespace zendor

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <thread>
 #include <utility>
 
 #include "platform/shared/readable_color.h"
@@ -36,8 +37,9 @@ POINT topLeftOf(HWND window) {
 
 }  // namespace
 
-Win32Form::Win32Form(FormDescription description) : description_(std::move(description)) {
-  window_ = createFrame(description_, &windowProcedure, this);
+Win32Form::Win32Form(FormDescription description)
+    : description_(std::move(description)), window_(createFrame(description_, &windowProcedure)) {
+  SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   createControls(window_, description_.controls);
   centreFrame(window_, description_);
   fonts_ = layOutControls(window_, description_.controls);
@@ -52,13 +54,11 @@ void Win32Form::run(FormEvents& events) {
   events.Form_Load();
   ShowWindow(window_, SW_SHOWNORMAL);
   events.Form_Activate();
-  MSG message{};
-  while (GetMessageW(&message, nullptr, 0, 0) > 0) dispatch(message);
-}
-
-void Win32Form::handlePendingEvents() {
-  MSG message{};
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) dispatch(message);
+  std::thread([this] { raiseClicks(); }).detach();
+  for (MSG message{};;) {
+    GetMessageW(&message, nullptr, 0, 0);
+    dispatch(message);
+  }
 }
 
 std::string Win32Form::caption() const {
@@ -84,47 +84,51 @@ void Win32Form::setMenuCaption(std::string_view menu, const std::string& caption
 }
 
 void Win32Form::setCaption(const ControlId& control, const std::string& caption) {
-  SetWindowTextW(windowOf(control), wideFromUtf8(caption).c_str());
+  calls_.call([window = windowOf(control), text = wideFromUtf8(caption)] {
+    SetWindowTextW(window, text.c_str());
+  });
 }
 
 // While the control that had the focus is disabled, the frame has it: without any focus the Tab key
-// would be dead. A focus that the user moves meanwhile stays where it is.
+// would be dead. A focus that the user moves meanwhile stays where it is. A click that came first
+// but has not been raised is lost, and none comes once this has returned.
 void Win32Form::setEnabled(const ControlId& control, bool enabled) {
-  const HWND child = windowOf(control);
-  const bool losesFocus = !enabled && GetFocus() == child;
-  EnableWindow(child, enabled);
-  if (losesFocus) {
-    focused_ = child;
-    SetFocus(window_);
-  } else if (enabled && focused_ == child && GetFocus() == window_) {
-    SetFocus(child);
-  }
+  calls_.call([=, this] {
+    const HWND child = windowOf(control);
+    const bool losesFocus = !enabled && GetFocus() == child;
+    EnableWindow(child, enabled);
+    if (!enabled && clicked_ == &described(GetDlgCtrlID(child))) clicked_ = nullptr;
+    if (losesFocus) {
+      focused_ = child;
+      SetFocus(window_);
+    } else if (enabled && focused_ == child && GetFocus() == window_) {
+      SetFocus(child);
+    }
+  });
+  if (!enabled) SendMessageW(window_, WM_NULL, 0, 0);  // comes behind the call
 }
 
 void Win32Form::setFocus(const ControlId& control) {
-  focused_ = windowOf(control);
-  if (GetActiveWindow() == window_) SetFocus(focused_);
+  calls_.call([=, this] {
+    focused_ = windowOf(control);
+    if (GetActiveWindow() == window_) SetFocus(focused_);
+  });
 }
 
 bool Win32Form::isSelected(const ControlId& optionButton) const {
   return SendMessageW(windowOf(optionButton), BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
 
-// The first messages come before the constructor knows its window.
+// The first messages come before the constructor has put the form in its window.
 LRESULT CALLBACK Win32Form::windowProcedure(HWND window, UINT message, WPARAM wParam,
                                             LPARAM lParam) {
-  if (message == WM_NCCREATE) {
-    const auto* const creation = pointerIn<const CREATESTRUCTW*>(lParam);
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
-  }
   auto* const form = pointerIn<Win32Form*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-  if (form == nullptr || form->window_ == nullptr) {
-    return DefWindowProcW(window, message, wParam, lParam);
-  }
-  return form->handle(message, wParam, lParam);
+  return form != nullptr ? form->handle(message, wParam, lParam)
+                         : DefWindowProcW(window, message, wParam, lParam);
 }
 
 LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (calls_.serve(message, lParam)) return 0;
   switch (message) {
     case WM_COMMAND:
       if (lParam != 0 && HIWORD(wParam) == BN_CLICKED) click(LOWORD(wParam));
@@ -177,8 +181,18 @@ bool Win32Form::copiesValue(const MSG& message) const {
 // A program that operates windows for its user can press a button that is disabled.
 void Win32Form::click(int controlNumber) {
   const FormControl& control = described(controlNumber);
-  if (control.kind != ControlKind::PushButton || events_ == nullptr) return;
-  if (IsWindowEnabled(windowOf(control.id))) events_->Control_Click(control.id);
+  if (control.kind != ControlKind::PushButton || !IsWindowEnabled(windowOf(control.id))) return;
+  clicked_ = &control;
+  SetEvent(click_.get());
+}
+
+void Win32Form::raiseClicks() {
+  for (;;) {
+    WaitForSingleObject(click_.get(), INFINITE);
+    if (const FormControl* const control = clicked_.exchange(nullptr)) {
+      events_->Control_Click(control->id);
+    }
+  }
 }
 
 int Win32Form::defaultButtonNumber() const {

@@ -42,12 +42,12 @@ SIZE frameSize(HWND frame, const FormDescription& description) {
 
 }  // namespace
 
-HWND createFrame(const FormDescription& description, WNDPROC procedure, void* owner) {
+HWND createFrame(const FormDescription& description, WNDPROC procedure) {
   const HINSTANCE program = GetModuleHandleW(nullptr);
   registerClass(program, procedure);
   const HWND frame = CreateWindowExW(
       kExtendedStyle, kClassName, wideFromUtf8(description.caption).c_str(), kStyle, CW_USEDEFAULT,
-      CW_USEDEFAULT, 0, 0, nullptr, createMenuBar(description.menus), program, owner);
+      CW_USEDEFAULT, 0, 0, nullptr, createMenuBar(description.menus), program, nullptr);
   setIcon(frame, ICON_BIG, SM_CXICON, SM_CYICON);
   setIcon(frame, ICON_SMALL, SM_CXSMICON, SM_CYSMICON);
   return frame;

@@ -7,9 +7,8 @@
 
 namespace zendor {
 
-// Makes the frame with its menu bar, not yet shown. Its messages go to the procedure, WM_NCCREATE
-// with the given owner first.
-HWND createFrame(const FormDescription& description, WNDPROC procedure, void* owner);
+// Makes the frame with its menu bar, not yet shown. Its messages go to the procedure.
+HWND createFrame(const FormDescription& description, WNDPROC procedure);
 
 // Gives the frame the size that leaves the described client area at its density.
 void placeFrame(HWND frame, const FormDescription& description, POINT topLeft);

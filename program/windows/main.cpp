@@ -1,8 +1,6 @@
 // The composition root of the Windows program.
 #include <windows.h>
 
-#include <cstdlib>
-
 #include "app/frm_startup.h"
 #include "platform/shared/steady_clock.h"
 #include "platform/win32/win32_desktop.h"
@@ -14,10 +12,9 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   using namespace zendor;
   Win32Form form(frmStartup::description());
   Win32SerialPort port;
-  Win32Desktop desktop(form);
+  Win32Desktop desktop(form.calls());
   const SteadyClock clock;
   frmStartup startup(form, port, desktop, clock, userRegional(),
                      {ZENDOR_VERSION_MAJOR, ZENDOR_VERSION_MINOR, ZENDOR_VERSION_REVISION});
   form.run(startup);
-  return EXIT_SUCCESS;
 }
