@@ -19,11 +19,12 @@ struct ControlClass {
 };
 
 // A bordered label is a box for a value: a read-only edit field, so that the value can be selected
-// and copied and is read out under the name of the label before it. The Tab key passes it by.
+// and copied and is read out under the name of the label before it. The Tab key passes it by, and
+// what is selected shows without the keyboard's focus.
 ControlClass classOfLabel(const FormControl& label) {
   if (label.singleBorder) {
     const DWORD alignment = label.centred ? ES_CENTER : ES_LEFT;
-    return {WC_EDITW, WS_BORDER | ES_READONLY | ES_AUTOHSCROLL | alignment};
+    return {WC_EDITW, WS_BORDER | ES_READONLY | ES_AUTOHSCROLL | ES_NOHIDESEL | alignment};
   }
   const DWORD alignment = label.centred ? SS_CENTER : SS_LEFT;
   return {WC_STATICW, SS_NOPREFIX | alignment};

@@ -27,6 +27,10 @@ bool isCopyKey(const MSG& message) {
   return message.message == WM_KEYDOWN && message.wParam == 'C' && GetKeyState(VK_CONTROL) < 0;
 }
 
+bool isPress(UINT message) { return message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK; }
+
+bool isRelease(UINT message) { return message == WM_LBUTTONUP || message == WM_RBUTTONUP; }
+
 POINT topLeftOf(const RECT& rect) { return {rect.left, rect.top}; }
 
 POINT topLeftOf(HWND window) {
@@ -41,6 +45,7 @@ Win32Form::Win32Form(FormDescription description)
     : description_(std::move(description)), window_(createFrame(description_, &windowProcedure)) {
   SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   createControls(window_, description_.controls);
+  valueBox_ = FindWindowExW(window_, nullptr, WC_EDITW, nullptr);
   centreFrame(window_, description_);
   fonts_ = layOutControls(window_, description_.controls);
   focused_ =
@@ -137,7 +142,7 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       if (events_ != nullptr) events_->Form_Unload();
       return 0;
     case WM_ACTIVATE:
-      if (LOWORD(wParam) == WA_INACTIVE && IsChild(window_, GetFocus())) focused_ = GetFocus();
+      if (LOWORD(wParam) == WA_INACTIVE) noteFocus();
       break;
     case WM_SETFOCUS:
       if (IsWindowEnabled(focused_)) SetFocus(focused_);
@@ -161,20 +166,35 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
   return DefWindowProcW(window_, message, wParam, lParam);
 }
 
+// The box of the value has the keyboard only while the mouse selects in it, which it cannot
+// without.
 void Win32Form::dispatch(MSG& message) {
-  if (copiesValue(message) || IsDialogMessageW(window_, &message)) return;
-  TranslateMessage(&message);
-  DispatchMessageW(&message);
+  if (copiesValue(message)) return;
+  const bool isForValue = message.hwnd == valueBox_;
+  if (isForValue) noteFocus();
+  if (isForValue && isPress(message.message)) SetFocus(valueBox_);
+  if (!IsDialogMessageW(window_, &message)) {
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+  if (isForValue && isRelease(message.message)) SetFocus(window_);  // which hands it on
 }
 
-// As in a message box, the copy key takes the whole value wherever the keyboard is; in the box of
-// the value itself it takes what the user has selected there.
+void Win32Form::noteFocus() {
+  const HWND focus = GetFocus();
+  if (focus != valueBox_ && IsChild(window_, focus)) focused_ = focus;
+}
+
+// From wherever the keyboard is, the copy key takes what is selected of the value, or the whole.
 bool Win32Form::copiesValue(const MSG& message) const {
   if (!isCopyKey(message)) return false;
-  const HWND box = FindWindowExW(window_, nullptr, WC_EDITW, nullptr);
-  if (message.hwnd == box) return false;
-  SendMessageW(box, EM_SETSEL, 0, -1);
-  SendMessageW(box, WM_COPY, 0, 0);
+  DWORD start = 0;
+  DWORD end = 0;
+  SendMessageW(valueBox_, EM_GETSEL, reinterpret_cast<WPARAM>(&start),
+               reinterpret_cast<LPARAM>(&end));
+  if (start == end) SendMessageW(valueBox_, EM_SETSEL, 0, -1);
+  SendMessageW(valueBox_, WM_COPY, 0, 0);
+  SendMessageW(valueBox_, EM_SETSEL, start, static_cast<LPARAM>(end));
   return true;
 }
 

@@ -49,6 +49,7 @@ class Win32Form final : public Form {
   static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
   void dispatch(MSG& message);
+  void noteFocus();
   bool copiesValue(const MSG& message) const;
 
   void click(int controlNumber);
@@ -64,6 +65,7 @@ class Win32Form final : public Form {
   const HWND window_;
   WindowCalls calls_{window_};
   FormEvents* events_ = nullptr;  // none before run()
+  HWND valueBox_ = nullptr;       // the bordered label
   HWND focused_ = nullptr;        // gets the keyboard back with the window's activation
   std::vector<FontHandle> fonts_;
 
