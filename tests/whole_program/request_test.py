@@ -122,7 +122,7 @@ class Request(unittest.TestCase):
             user.wait_until_copied("C-5")
             self.assertEqual(pod.requests(), WHOLE_REQUEST * 3)
 
-    def test_copies_the_result_with_the_mouse(self):
+    def test_copies_the_result_with_the_mouse_and_leaves_the_focus_alone(self):
         with Pod("--serial-number", "6") as pod, self.user(pod.device) as user:
             user.press("space")
             user.wait_for_result()
@@ -131,6 +131,7 @@ class Request(unittest.TestCase):
             user.open_menu_of_result()
             user.press("c")  # of "Copy"
             user.wait_until_copied("C-6")
+            self.assertEqual(user.focused(), BUTTON)
 
     def test_leaves_the_focus_where_the_user_puts_it_during_a_request(self):
         with Pod(*SLOW) as pod, self.user(pod.device) as user:

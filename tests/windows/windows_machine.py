@@ -30,7 +30,7 @@ class Windows:
 
     densities = [{"density": density} for density in (96, 120, 144, 192)]
     densities.append({"density": 96, "font": LARGE})
-    holds = []
+    holds = [AnyUser.open_menu, AnyUser.open_menu_of_result]
     write_refusal = (
         r"^Unhandled Error number \d+\nCOM1: .* If its adapter has been pulled out, plug it in again\."
         r"\nOccured in LL_Serial_SendMessage$"
