@@ -94,7 +94,9 @@ class User(AnyUser):
         return "" if name == HEADING else name
 
     def find_box(self):
-        alerts = (w for w in self._top_levels() if w.getRole() == pyatspi.ROLE_ALERT)
+        """A box that is not active yet may still be moved to its place."""
+        alerts = (w for w in self._top_levels()
+                  if w.getRole() == pyatspi.ROLE_ALERT and has_state(w, pyatspi.STATE_ACTIVE))
         for box in alerts:
             parts = [(part, part.name) for part in descendants(box)]
             texts = [name for part, name in parts if part.getRole() == pyatspi.ROLE_LABEL and name]
