@@ -4,9 +4,11 @@
 Usage: measure.py BUILD_FOLDER
 """
 
+import contextlib
 import json
 import os
 import statistics
+import subprocess
 import sys
 
 from measuring import LINE_MS, print_table, start_ratios
@@ -28,6 +30,28 @@ def requests(count, *pod_options):
     return [tuple(map(float, line.split())) for line in output.splitlines()]
 
 
+@contextlib.contextmanager
+def crowd(count):
+    """So many processes of five open files each, the three that every process has among them."""
+    files = [os.open(os.devnull, os.O_RDONLY) for _ in range(2)]
+    sleepers = [subprocess.Popen(["sleep", "inf"], pass_fds=files) for _ in range(count)]
+    yield
+    for sleeper in sleepers:
+        sleeper.kill()
+    for sleeper in sleepers:
+        sleeper.wait()
+    for file in files:
+        os.close(file)
+
+
+def cost_of_crowd(count):
+    """What so many processes add to the first click of a program, in ms."""
+    ((alone, _),) = requests(1, "--unpaced")
+    with crowd(count):
+        ((crowded, _),) = requests(1, "--unpaced")
+    return crowded - alone
+
+
 def receive_ratio():
     output = output_of(RECEIVE, "--benchmark_format=json")
     short, long = (row["per_byte"] for row in json.loads(output)["benchmarks"])
@@ -37,6 +61,7 @@ def receive_ratio():
 def main():
     paced = [ms / LINE_MS for ms, _ in requests(20)]
     time_ratios, memory_ratios = start_ratios(PROGRAM, BARE, 20)
+    crowded = [cost_of_crowd(300) for _ in range(9)]
     longest = max(longest for _, longest in requests(2, "--no-pod"))
     print_table([
         (f"request on the paced line / its {LINE_MS:.1f} ms on the line, median of 20",
@@ -45,6 +70,8 @@ def main():
          statistics.median(time_ratios), 1.15),
         ("peak memory / bare window, median of 20 pairs", statistics.median(memory_ratios), 1.10),
         ("receive path per byte, 255-byte reply / 5-byte reply", receive_ratio(), 1.00),
+        ("what 300 more processes add to a click, in ms, median of 9 pairs",
+         statistics.median(crowded), 10),
         ("longest pass of the wait loop without a pod, in ms, of 2 requests", longest, 20),
     ])
 

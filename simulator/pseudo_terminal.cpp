@@ -35,14 +35,13 @@ std::string pathOfOtherEnd(int master) {
   return path.data();
 }
 
-// Leaves the other end as one wants to find it: without unread bytes and translating none.
-bool clean(const std::string& path) {
-  const FileDescriptor end(::open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+// Leaves the other end as one wants to find it: without unread bytes and translating none. All of
+// it from this end, since who opens the other one meanwhile is not to find it in use.
+bool clean(int master) {
   termios settings{};
-  if (!end.isOpen() || ::tcgetattr(end.number(), &settings) != 0) return false;
+  if (::tcflush(master, TCOFLUSH) != 0 || ::tcgetattr(master, &settings) != 0) return false;
   ::cfmakeraw(&settings);
-  return ::tcsetattr(end.number(), TCSANOW, &settings) == 0 &&
-         ::tcflush(end.number(), TCIFLUSH) == 0;
+  return ::tcsetattr(master, TCSAFLUSH, &settings) == 0;
 }
 
 void watch(int events, int descriptor, std::uint32_t what) {
@@ -67,8 +66,8 @@ void setTimer(int timer, std::optional<std::chrono::steady_clock::time_point> un
 
 }  // namespace
 
-// While nobody has the other end open it counts as hung up. Only a change wakes, so that the wait
-// sleeps through that state too.
+// While nobody has the other end open it counts as hung up, but only once it has been open. Only a
+// change wakes, so that the wait sleeps through that state too.
 PseudoTerminal::PseudoTerminal()
     : master_(owned(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC),
                     "open a pseudo-terminal")),
@@ -76,7 +75,8 @@ PseudoTerminal::PseudoTerminal()
       waker_(owned(::eventfd(0, EFD_CLOEXEC), "make an event")),
       events_(owned(::epoll_create1(EPOLL_CLOEXEC), "make an event queue")),
       path_(pathOfOtherEnd(master_.number())) {
-  require(clean(path_), "prepare a pseudo-terminal");
+  owned(::open(path_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC), "open a pseudo-terminal");
+  require(clean(master_.number()), "prepare a pseudo-terminal");
   watch(events_.number(), master_.number(), EPOLLIN | EPOLLET);
   watch(events_.number(), timer_.number(), EPOLLIN);
   watch(events_.number(), waker_.number(), EPOLLIN);
@@ -87,7 +87,7 @@ void PseudoTerminal::wait(std::optional<std::chrono::steady_clock::time_point> u
   epoll_event event{};
   ::epoll_wait(events_.number(), &event, 1, -1);
   if (isSoiled_ && !isHeard()) {
-    clean(path_);
+    clean(master_.number());
     isSoiled_ = false;
   }
 }

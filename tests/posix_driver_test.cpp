@@ -33,7 +33,7 @@ struct Driver {
 
 extern "C" int fstat(int number, struct stat* entry) noexcept {
   const int result = ::fstatat(number, "", entry, AT_EMPTY_PATH);
-  entry->st_rdev = makedev(driver.major, 64);
+  entry->st_rdev = makedev(driver.major, 0xFFFFF);  // which nobody else can have open
   return result;
 }
 

@@ -2,7 +2,9 @@
 #include <fcntl.h>
 #include <grp.h>
 #include <gtest/gtest.h>
+#include <sched.h>
 #include <sys/ioctl.h>
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -215,6 +217,28 @@ TEST_F(PosixLine, APortIsRefusedWhileItIsHeldAndFreeWhenItsHolderClosesItOrDies)
   EXPECT_EQ(refusal().description, "opened");
   ::ioctl(foreign.number(), TIOCEXCL);
   EXPECT_EQ(refusal().number, EBUSY);
+}
+
+TEST_F(PosixLine, AProcessThatHoldsThePortWithoutALockIsNamedUntilItEnds) {
+  writeFile("node", "");
+  const fs::path node = folder / "node";
+  const pid_t holder = ::fork();
+  if (holder == 0) {  // under a path of its own where this user may make one
+    const bool isBound = ::unshare(CLONE_NEWNS) == 0 &&
+                         ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+                         ::mount(device.c_str(), node.c_str(), nullptr, MS_BIND, nullptr) == 0;
+    ::open(isBound ? node.c_str() : device.c_str(), O_RDONLY | O_NOCTTY);
+    ::raise(SIGSTOP);
+  }
+  ASSERT_EQ(::waitpid(holder, nullptr, WUNTRACED), holder);
+  EXPECT_EQ(refusal().description, "The serial port " + device +
+                                       " is in use by another program: process " +
+                                       std::to_string(holder) +
+                                       " (posix_line_test) has it open. Close that program and try "
+                                       "again.");
+  ::kill(holder, SIGKILL);
+  ASSERT_EQ(::waitpid(holder, nullptr, 0), holder);
+  EXPECT_EQ(refusal().description, "opened");
 }
 
 TEST_F(PosixLine, ObeysALockFileWhileItsProcessLivesAndLeavesItAlone) {

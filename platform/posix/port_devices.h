@@ -2,6 +2,8 @@
 // them. Nothing is remembered between two questions, so that an adapter plugged in later is found.
 #pragma once
 
+#include <sys/types.h>
+
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -21,5 +23,8 @@ class PortDevices {
  private:
   std::filesystem::path terminals_;
 };
+
+// Whether the number of a device is one of the pseudo-terminals, which have no hardware.
+bool isPseudoTerminal(dev_t number);
 
 }  // namespace zendor

@@ -2,12 +2,10 @@
 
 #include <asm/termbits.h>
 #include <fcntl.h>
-#include <linux/major.h>
 #include <linux/serial.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
-#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -16,7 +14,9 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/posix/port_devices.h"
 #include "platform/posix/port_errors.h"
+#include "platform/posix/port_holders.h"
 #include "platform/shared/line_settings.h"
 
 namespace zendor {
@@ -47,7 +47,8 @@ void refuseForeignLockFile(const fs::path& lockFolder, const std::string& device
 }
 
 // The advisory lock keeps this program's kind out and ends with the process. The exclusive mark of
-// another program is looked up as well, since it does not keep the administrator from opening.
+// another program is looked up as well, since it does not keep the administrator from opening. A
+// program that has the device open without any of these would take bytes of the replies.
 void claim(int line, const std::string& device, const fs::path& lockFolder) {
   if (::flock(line, LOCK_EX | LOCK_NB) != 0) {
     throw refusedCall(device, errno == EWOULDBLOCK ? EBUSY : errno);
@@ -55,6 +56,9 @@ void claim(int line, const std::string& device, const fs::path& lockFolder) {
   int exclusive = 0;
   if (::ioctl(line, TIOCGEXCL, &exclusive) == 0 && exclusive != 0) throw busyPort(device);
   refuseForeignLockFile(lockFolder, device);
+  if (const auto holder = otherHolderOf(line)) {
+    throw busyPort(device, ": " + *holder + " has it open");
+  }
 }
 
 // A driver may run at another rate than asked for without a word. Half a bit time over the ten bits
@@ -84,8 +88,7 @@ void configure(int line, const std::string& device, int baud) {
 void markExclusive(int line) {
   struct stat entry {};
   if (::fstat(line, &entry) != 0) return;
-  const auto pseudo = static_cast<int>(major(entry.st_rdev)) - UNIX98_PTY_SLAVE_MAJOR;
-  if (pseudo < 0 || pseudo >= UNIX98_PTY_MAJOR_COUNT) ::ioctl(line, TIOCEXCL);
+  if (!isPseudoTerminal(entry.st_rdev)) ::ioctl(line, TIOCEXCL);
 }
 
 // Interfaces are often fed from these two; a line that has none refuses, which does no harm.
