@@ -1,5 +1,7 @@
 #include "platform/win32/win32_serial_port.h"
 
+#include <algorithm>
+#include <optional>
 #include <string>
 
 #include "platform/shared/line_settings.h"
@@ -68,7 +70,7 @@ DCB lineOf(int baud) {
   return line;
 }
 
-// Reads give what waits and return at once; a write ends even if the driver never takes the bytes.
+// Reads give what waits and end at once; a write ends even if the driver never takes the bytes.
 COMMTIMEOUTS timeouts() {
   COMMTIMEOUTS result{};
   result.ReadIntervalTimeout = MAXDWORD;
@@ -76,8 +78,8 @@ COMMTIMEOUTS timeouts() {
   return result;
 }
 
-// Zeroes on a line that is gone.
-COMSTAT queuesOf(HANDLE device) {
+// None on a line that is gone.
+std::optional<COMSTAT> queuesOf(HANDLE device) {
   COMSTAT queues{};
   DWORD errors = 0;
   if (!ClearCommError(device, &errors, &queues)) return {};
@@ -86,15 +88,19 @@ COMSTAT queuesOf(HANDLE device) {
 
 }  // namespace
 
+Win32SerialPort::Win32SerialPort() : readEnd_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {}
+
+Win32SerialPort::~Win32SerialPort() { close(); }
+
 bool Win32SerialPort::isOpen() const { return device_ != nullptr; }
 
 void Win32SerialPort::open() {
   const std::wstring path = LR"(\\.\)" + wideFromUtf8(deviceName());
   constexpr DWORD kNotShared = 0;
   const HANDLE handle = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, kNotShared, nullptr,
-                                    OPEN_EXISTING, 0, nullptr);
+                                    OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
   if (handle == INVALID_HANDLE_VALUE) failToOpen(GetLastError());
-  Device device(handle);
+  Handle device(handle);
   configure(handle);
   device_ = std::move(device);
 }
@@ -107,31 +113,79 @@ void Win32SerialPort::configure(HANDLE device) const {
   if (!SetCommTimeouts(device, &limits)) failToOpen(GetLastError());
 }
 
-// A close of an open device cannot fail, not even when the adapter has been pulled out.
-void Win32SerialPort::close() { device_.reset(); }
+// A close of an open device cannot fail, not even when the adapter has been pulled out. It waits for
+// no driver: a write that one has not given up by then is left to it for good.
+void Win32SerialPort::close() {
+  for (const auto& write : writes_) CancelIoEx(device_.get(), &write->state);
+  device_.reset();
+  for (auto& write : writes_) {
+    if (!HasOverlappedIoCompleted(&write->state)) static_cast<void>(write.release());
+  }
+  writes_.clear();
+}
 
-std::size_t Win32SerialPort::bytesWaiting() { return queuesOf(device_.get()).cbInQue; }
+std::size_t Win32SerialPort::bytesWaiting() {
+  return queuesOf(device_.get()).value_or(COMSTAT{}).cbInQue;
+}
 
 std::span<const std::uint8_t> Win32SerialPort::readAll() {
   received_.resize(bytesWaiting());
+  OVERLAPPED state{};
+  state.hEvent = readEnd_.get();
   DWORD count = 0;
-  const BOOL isRead = ReadFile(device_.get(), received_.data(),
-                               static_cast<DWORD>(received_.size()), &count, nullptr);
+  const bool isBegun = ReadFile(device_.get(), received_.data(),
+                                static_cast<DWORD>(received_.size()), nullptr, &state) ||
+                       GetLastError() == ERROR_IO_PENDING;
+  const bool isRead = isBegun && GetOverlappedResult(device_.get(), &state, &count, TRUE);
   received_.resize(isRead ? count : 0);
   return received_;
 }
 
 void Win32SerialPort::discardWaiting() { PurgeComm(device_.get(), PURGE_RXCLEAR); }
 
-std::size_t Win32SerialPort::bytesToSend() { return queuesOf(device_.get()).cbOutQue; }
-
-// Windows returns when the driver has done with the bytes, after kWriteTimeoutMs at the latest.
-void Win32SerialPort::write(std::span<const std::uint8_t> bytes) {
-  DWORD count = 0;
-  if (!WriteFile(device_.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr)) {
-    fail(GetLastError(), kAdviceOnWrite);
+// A driver need not count in its queue what is under way to it.
+std::size_t Win32SerialPort::bytesToSend() {
+  const auto queues = queuesOf(device_.get());
+  if (!queues) return 0;
+  std::size_t underWay = 0;
+  for (const auto& write : writes_) {
+    if (!HasOverlappedIoCompleted(&write->state)) underWay += write->bytes.size();
   }
-  if (count < bytes.size()) fail(ERROR_TIMEOUT, kAdviceOnWrite);
+  return std::max<std::size_t>(queues->cbOutQue, underWay);
+}
+
+// Windows returns at once; the driver has done with the bytes after kWriteTimeoutMs at the latest.
+// What it could not do shows in the next write, if not already in this one.
+void Win32SerialPort::write(std::span<const std::uint8_t> bytes) {
+  settleWrites();
+  Write& write = *writes_.emplace_back(std::make_unique<Write>());
+  write.bytes.assign(bytes.begin(), bytes.end());
+  if (!WriteFile(device_.get(), write.bytes.data(), static_cast<DWORD>(write.bytes.size()), nullptr,
+                 &write.state) &&
+      GetLastError() != ERROR_IO_PENDING) {
+    const DWORD error = GetLastError();
+    writes_.pop_back();
+    fail(error, kAdviceOnWrite);
+  }
+  settleWrites();
+}
+
+// Lets go of the writes that have ended, and reports the first that has failed.
+void Win32SerialPort::settleWrites() {
+  DWORD first = ERROR_SUCCESS;
+  std::erase_if(writes_, [&](const auto& write) {
+    if (!HasOverlappedIoCompleted(&write->state)) return false;
+    const DWORD outcome = outcomeOf(*write);
+    if (first == ERROR_SUCCESS) first = outcome;
+    return true;
+  });
+  if (first != ERROR_SUCCESS) fail(first, kAdviceOnWrite);
+}
+
+DWORD Win32SerialPort::outcomeOf(Write& write) const {
+  DWORD count = 0;
+  if (!GetOverlappedResult(device_.get(), &write.state, &count, FALSE)) return GetLastError();
+  return count < write.bytes.size() ? ERROR_TIMEOUT : ERROR_SUCCESS;
 }
 
 std::string Win32SerialPort::deviceName() const {

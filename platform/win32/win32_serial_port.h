@@ -4,15 +4,18 @@
 #include <windows.h>
 
 #include <memory>
-#include <type_traits>
 #include <vector>
 
 #include "platform/serial_port.h"
+#include "platform/win32/win32_handle.h"
 
 namespace zendor {
 
 class Win32SerialPort final : public SerialPort {
  public:
+  Win32SerialPort();
+  ~Win32SerialPort() override;
+
   bool isOpen() const override;
   void open() override;
   void close() override;
@@ -23,17 +26,23 @@ class Win32SerialPort final : public SerialPort {
   void write(std::span<const std::uint8_t> bytes) override;
 
  private:
-  struct HandleCloser {
-    void operator()(HANDLE handle) const { CloseHandle(handle); }
+  // Bytes that have been handed over. The driver needs both parts until it has done with them.
+  struct Write {
+    std::vector<std::uint8_t> bytes;
+    OVERLAPPED state{};
   };
-  using Device = std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleCloser>;
+
+  void settleWrites();
+  DWORD outcomeOf(Write& write) const;
 
   std::string deviceName() const;
   void configure(HANDLE device) const;
   [[noreturn]] void failToOpen(DWORD error) const;
   [[noreturn]] void fail(DWORD error, const std::string& advice) const;
 
-  Device device_;  // none while closed
+  Handle device_;                               // none while closed
+  std::vector<std::unique_ptr<Write>> writes_;  // whose outcome is still to be asked for
+  const Handle readEnd_;
   std::vector<std::uint8_t> received_;
 };
 
