@@ -11,7 +11,7 @@ namespace zendor {
 // Tells which device is behind the port choice of the given index, UTF-8.
 using WordsOfPort = std::function<std::string(int index)>;
 
-// Shows the window and serves it until the program ends. The name is the one that it was started by.
+// Shows the window and serves it until the program ends. It was started by the given name.
 int runProgram(char* name, SerialPort& MSComm1, WordsOfPort words);
 
 }  // namespace zendor

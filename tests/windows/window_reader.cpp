@@ -1,8 +1,7 @@
 // A reader of other programs' windows: for every line of input it lists the visible windows of the
 // desktop, each followed by its client area and its children, then an empty line. A row has,
-// separated by tabs: level, class, state ("enabled", "focused", "checked"; of a whole window
-// "resizable", "dialog"), left, top, right and bottom in screen pixels, and the text with its line
-// breaks and tabs escaped.
+// separated by tabs: level, class, state ("enabled", "focused", "checked"), left, top, right and
+// bottom in screen pixels, and the text with its line breaks and tabs escaped.
 #include <windows.h>
 
 #include <iostream>
@@ -56,10 +55,6 @@ std::string stateOf(HWND window) {
   if (IsWindowEnabled(window)) state += "enabled ";
   if (thread.hwndFocus == window) state += "focused ";
   if (classOf(window) == "Button" && checked == BST_CHECKED) state += "checked ";
-  constexpr LONG kResizable = WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
-  if (GetAncestor(window, GA_ROOT) != window) return state;
-  if (GetWindowLongW(window, GWL_STYLE) & kResizable) state += "resizable ";
-  if (GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_DLGMODALFRAME) state += "dialog ";
   return state;
 }
 
