@@ -69,8 +69,8 @@ class Win32Form final : public Form {
   HWND focused_ = nullptr;        // gets the keyboard back with the window's activation
   std::vector<FontHandle> fonts_;
 
-  std::atomic<const FormControl*> clicked_ = nullptr;  // its event is still to come
-  Handle click_;                                       // wakes who raises it
+  std::atomic<const FormControl*> clicked_ = nullptr;                 // its event is still to come
+  const Handle click_{CreateEventW(nullptr, FALSE, FALSE, nullptr)};  // wakes who raises it
 };
 
 }  // namespace zendor
