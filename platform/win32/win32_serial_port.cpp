@@ -113,8 +113,8 @@ void Win32SerialPort::configure(HANDLE device) const {
   if (!SetCommTimeouts(device, &limits)) failToOpen(GetLastError());
 }
 
-// A close of an open device cannot fail, not even when the adapter has been pulled out. It waits for
-// no driver: a write that one has not given up by then is left to it for good.
+// A close of an open device cannot fail, not even when the adapter has been pulled out. It waits
+// for no driver: a write that one has not given up by then is left to it for good.
 void Win32SerialPort::close() {
   for (const auto& write : writes_) CancelIoEx(device_.get(), &write->state);
   device_.reset();
