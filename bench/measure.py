@@ -11,7 +11,7 @@ import statistics
 import subprocess
 import sys
 
-from measuring import LINE_MS, print_table, start_ratios
+from measuring import LINE_MS, idle_ms, print_table, start_ratios
 from screen import output_of
 from simulated_pod import SimulatedPod
 
@@ -72,6 +72,7 @@ def main():
         ("receive path per byte, 255-byte reply / 5-byte reply", receive_ratio(), 1.00),
         ("what 300 more processes add to a click, in ms, median of 9 pairs",
          statistics.median(crowded), 10),
+        ("processor time of an idle second, in ms", idle_ms(PROGRAM), 20),
         ("longest pass of the wait loop without a pod, in ms, of 2 requests", longest, 20),
     ])
 

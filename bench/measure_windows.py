@@ -8,7 +8,7 @@ import statistics
 import subprocess
 import sys
 
-from measuring import LINE_MS, print_table, start_ratios
+from measuring import LINE_MS, idle_ms, print_table, start_ratios
 from simulated_pod import SimulatedPod
 from windows_machine import Windows
 
@@ -33,6 +33,7 @@ def main(build, simulator):
         program = ["wine", f"{build}/program/windows/ZendorSerialExtractor.exe"]
         bare = ["wine", f"{build}/bench/bare_window.exe"]
         starts, _ = start_ratios(program, bare, 20, env=machine.environment)
+        idle = idle_ms(program, env=machine.environment)
     finally:
         machine.remove()
     print_table([
@@ -40,6 +41,7 @@ def main(build, simulator):
          statistics.median(times) / LINE_MS, 1.10),
         ("start to the first shown window / bare window, median of 20 pairs",
          statistics.median(starts), 1.25),
+        ("processor time of an idle second, in ms", idle, 20),
         (f"handles after {REQUESTS} more requests than one", handles[-1] - handles[0], 0),
         (f"GDI objects after {REQUESTS} more requests than one", objects[-1] - objects[0], 0),
     ])

@@ -1,6 +1,7 @@
 """What the measures of both machines share: the pace of the line, start-up as the screen sees it, and
 the table of what was measured."""
 
+import os
 import select
 import subprocess
 import sys
@@ -51,6 +52,23 @@ def start_ratios(program, bare, pairs, **options):
     screen = Screen()
     starts = [[screen.start(c, **options) for c in (program, bare)] for _ in range(pairs + 1)][1:]
     return [[a[figure] / b[figure] for a, b in starts] for figure in (0, 1)]
+
+
+def idle_ms(command, **options):
+    """The processor time in ms that a program takes in a second in which nobody does anything."""
+    with subprocess.Popen(command, **options) as process:
+
+        def ticks():
+            with open(f"/proc/{process.pid}/stat") as status:
+                user, system = status.read().rpartition(")")[2].split()[11:13]
+            return int(user) + int(system)
+
+        time.sleep(2)  # started, and at rest
+        begin = ticks()
+        time.sleep(1)
+        taken = ticks() - begin
+        process.kill()
+    return taken * 1000 / os.sysconf("SC_CLK_TCK")
 
 
 def print_table(rows):
