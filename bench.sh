@@ -22,10 +22,9 @@ case "${1:-linux}" in
     install_missing "${build_packages[@]}" "${windows_packages[@]}" "${wine_packages[@]}" python3-xlib
     cmake --preset release >/dev/null
     cmake --build --preset release --target zendor-pod-simulator
-    cmake --preset bench-windows >/dev/null
-    cmake --build --preset bench-windows
-    on_a_screen bench/measure_windows.py build/bench-windows \
-      build/release/simulator/zendor-pod-simulator
+    cmake --preset windows >/dev/null
+    cmake --build --preset windows
+    on_a_screen bench/measure_windows.py build/windows build/release/simulator/zendor-pod-simulator
     ;;
   *)
     sed -n '2,5s/^# \{0,1\}//p' "$0" >&2

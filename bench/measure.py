@@ -40,13 +40,15 @@ def crowd(count):
     """So many processes of five open files each, the three that every process has among them."""
     files = [os.open(os.devnull, os.O_RDONLY) for _ in range(2)]
     sleepers = [subprocess.Popen(["sleep", "inf"], pass_fds=files) for _ in range(count)]
-    yield
-    for sleeper in sleepers:
-        sleeper.kill()
-    for sleeper in sleepers:
-        sleeper.wait()
-    for file in files:
-        os.close(file)
+    try:
+        yield
+    finally:
+        for sleeper in sleepers:
+            sleeper.kill()
+        for sleeper in sleepers:
+            sleeper.wait()
+        for file in files:
+            os.close(file)
 
 
 def cost_of_crowd(count):

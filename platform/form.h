@@ -60,7 +60,8 @@ struct FormMenu {
   std::vector<FormMenuItem> items = {};
 };
 
-// A fixed-size dialog window without minimise and maximise buttons, centred at its first show.
+// A fixed-size dialog window without minimise and maximise buttons, centred at its first show on
+// the whole screen, a panel's share included.
 struct FormDescription {
   std::string caption = {};
   int width = 0;
@@ -69,6 +70,8 @@ struct FormDescription {
   std::vector<FormControl> controls = {};
 };
 
+// Come one after the other, but for the unload, which may come in the midst of a click and then on
+// another thread: it may do nothing but end the program.
 class FormEvents {
  public:
   FormEvents() = default;

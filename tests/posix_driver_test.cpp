@@ -6,7 +6,9 @@
 #include <linux/serial.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/sysmacros.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstdarg>
@@ -37,26 +39,47 @@ extern "C" int fstat(int number, struct stat* entry) noexcept {
   return result;
 }
 
-extern "C" int ioctl(int, unsigned long request, ...) noexcept {
+// What it does not play goes to the pseudo-terminal behind it.
+extern "C" int ioctl(int line, unsigned long request, ...) noexcept {
   va_list arguments;
   va_start(arguments, request);
   void* const argument = va_arg(arguments, void*);
   va_end(arguments);
+  auto* const number = static_cast<int*>(argument);
+  auto* const serial = static_cast<serial_struct*>(argument);
   if (request == driver.refused) {
     errno = EINVAL;
     return -1;
   }
-  auto* const number = static_cast<int*>(argument);
-  auto* const serial = static_cast<serial_struct*>(argument);
-  if (request == TCSETS2) driver.asked = *static_cast<termios2*>(argument);
-  if (request == TCGETS2) static_cast<termios2*>(argument)->c_ospeed = driver.rate;
-  if (request == TIOCGEXCL) *number = driver.exclusive ? 1 : 0;
-  if (request == TIOCEXCL || request == TIOCNXCL) driver.exclusive = request == TIOCEXCL;
-  if (request == TIOCMBIS) driver.modemLines |= *number;
-  if (request == TIOCGSERIAL) serial->flags = driver.flags;
-  if (request == TIOCSSERIAL) driver.flags = serial->flags;
-  if (request == TIOCOUTQ) *number = 7;
-  return 0;
+  switch (request) {
+    case TCSETS2:
+      driver.asked = *static_cast<termios2*>(argument);
+      return 0;
+    case TCGETS2:
+      static_cast<termios2*>(argument)->c_ospeed = driver.rate;
+      return 0;
+    case TIOCGEXCL:
+      *number = driver.exclusive ? 1 : 0;
+      return 0;
+    case TIOCEXCL:
+    case TIOCNXCL:
+      driver.exclusive = request == TIOCEXCL;
+      return 0;
+    case TIOCMBIS:
+      driver.modemLines |= *number;
+      return 0;
+    case TIOCGSERIAL:
+      serial->flags = driver.flags;
+      return 0;
+    case TIOCSSERIAL:
+      driver.flags = serial->flags;
+      return 0;
+    case TIOCOUTQ:
+      *number = 7;
+      return 0;
+    default:
+      return static_cast<int>(::syscall(SYS_ioctl, line, request, argument));
+  }
 }
 
 namespace zendor {
@@ -85,6 +108,7 @@ TEST(PosixDriver, IsSetUpByTheOpenAndLeftAsItWasByTheClose) {
       {{.refused = TIOCGSERIAL}, {true, kBoth, kPlain, 7}},
       {{.refused = TIOCSSERIAL}, {true, kBoth, kPlain, 7}},
       {{.refused = TIOCOUTQ}, {true, kBoth, kLowLatency, 0}},
+      {{.refused = TCGETS2}, {}, "cannot be used: Invalid argument."},
       {{.rate = 9840}, {true, kBoth, kLowLatency, 7}},
       {{.rate = 9360}, {true, kBoth, kLowLatency, 7}},
       {{.rate = 9841}, {}, "cannot run at 9600 baud: its driver offers 9841. Use another adapter."},

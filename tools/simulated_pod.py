@@ -27,7 +27,7 @@ class SimulatedPod:
         return self
 
     def __exit__(self, *_):
-        self.process.kill()
+        self.process.terminate()
         self._wait_for_end()
         self.process.stdout.close()
         self.process.stderr.close()

@@ -6,7 +6,7 @@ case "${VIRTUAL_SCREEN_STAGE:-screen}" in
     VIRTUAL_SCREEN_STAGE=bus exec "$(dirname "$0")/empty_screen.sh" "$0" "$@"
     ;;
   bus) # what the bus and its services say is of no interest; the command keeps its own voice
-    VIRTUAL_SCREEN_STAGE=command exec dbus-run-session -- "$0" "$@" 3>&2 2>/dev/null
+    VIRTUAL_SCREEN_STAGE=command exec dbus-run-session -- "$0" "$@" 3>&1 4>&2 >/dev/null 2>&1
     ;;
   command)
     unset VIRTUAL_SCREEN_STAGE
@@ -20,7 +20,7 @@ case "${VIRTUAL_SCREEN_STAGE:-screen}" in
       kill -0 "$window_manager" || exit 1
       sleep 0.05
     done
-    "$@" 2>&3
+    "$@" >&3 2>&4
     status=$?
     kill "$window_manager"
     exit $status

@@ -1,8 +1,6 @@
 #include "platform/posix/port_devices.h"
 
 #include <fcntl.h>
-#include <linux/major.h>
-#include <sys/sysmacros.h>
 
 #include <array>
 #include <cstddef>
@@ -92,11 +90,6 @@ std::string PortDevices::describePort(int portNumber) const {
   const fs::path name = fs::path(*device).filename();
   const std::string product = usbProductOf(terminals_ / name / "device");
   return product.empty() ? *device : *device + ", " + product;
-}
-
-bool isPseudoTerminal(dev_t number) {
-  const auto kind = static_cast<int>(major(number)) - UNIX98_PTY_SLAVE_MAJOR;
-  return kind >= 0 && kind < UNIX98_PTY_MAJOR_COUNT;
 }
 
 }  // namespace zendor

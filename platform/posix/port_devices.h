@@ -2,8 +2,6 @@
 // them. Nothing is remembered between two questions, so that an adapter plugged in later is found.
 #pragma once
 
-#include <sys/types.h>
-
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -23,8 +21,5 @@ class PortDevices {
  private:
   std::filesystem::path terminals_;
 };
-
-// Whether the number of a device is one of the pseudo-terminals, which have no hardware.
-bool isPseudoTerminal(dev_t number);
 
 }  // namespace zendor

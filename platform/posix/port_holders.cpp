@@ -10,7 +10,7 @@
 #include <memory>
 #include <system_error>
 
-#include "platform/posix/port_devices.h"
+#include "platform/posix/pseudo_terminal.h"
 
 namespace zendor {
 
@@ -52,10 +52,12 @@ bool hasOpen(const std::string& process, const struct stat& device) {
   return false;
 }
 
+// A program may call itself by any bytes; a description is a text.
 std::string nameOf(const std::string& process) {
   std::ifstream file("/proc/" + process + "/comm");
   std::string name;
   std::getline(file, name);
+  std::erase_if(name, [](char c) { return c < ' ' || c > '~'; });
   return name;
 }
 

@@ -14,9 +14,9 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/posix/port_devices.h"
 #include "platform/posix/port_errors.h"
 #include "platform/posix/port_holders.h"
+#include "platform/posix/pseudo_terminal.h"
 #include "platform/shared/line_settings.h"
 
 namespace zendor {
@@ -47,8 +47,7 @@ void refuseForeignLockFile(const fs::path& lockFolder, const std::string& device
 }
 
 // The advisory lock keeps this program's kind out and ends with the process. The exclusive mark of
-// another program is looked up as well, since it does not keep the administrator from opening. A
-// program that has the device open without any of these would take bytes of the replies.
+// another program is looked up as well, since it does not keep the administrator from opening.
 void claim(int line, const std::string& device, const fs::path& lockFolder) {
   if (::flock(line, LOCK_EX | LOCK_NB) != 0) {
     throw refusedCall(device, errno == EWOULDBLOCK ? EBUSY : errno);
@@ -56,6 +55,10 @@ void claim(int line, const std::string& device, const fs::path& lockFolder) {
   int exclusive = 0;
   if (::ioctl(line, TIOCGEXCL, &exclusive) == 0 && exclusive != 0) throw busyPort(device);
   refuseForeignLockFile(lockFolder, device);
+}
+
+// For a port that is marked, so that nobody comes while the others are looked through.
+void refuseOtherHolder(int line, const std::string& device) {
   if (const auto holder = otherHolderOf(line)) {
     throw busyPort(device, ": " + *holder + " has it open");
   }
@@ -131,12 +134,18 @@ void PosixSerialPort::open() {
 
   FileDescriptor line = openDevice(*device);
   claim(line.number(), *device, lockFolder_);
-  configure(line.number(), *device, baud);
   markExclusive(line.number());
-  assertModemLines(line.number());
-  setLowLatency_ = switchLowLatency(line.number(), true);
   device_ = *device;
   line_ = std::move(line);
+  try {
+    refuseOtherHolder(line_.number(), device_);
+    configure(line_.number(), device_, baud);
+  } catch (const PortError&) {
+    close();  // takes the mark back
+    throw;
+  }
+  assertModemLines(line_.number());
+  setLowLatency_ = switchLowLatency(line_.number(), true);
 }
 
 // The kernel frees a device that is gone like any other: there is nothing to refuse.

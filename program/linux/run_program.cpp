@@ -17,7 +17,7 @@ constexpr Version kVersion{ZENDOR_VERSION_MAJOR, ZENDOR_VERSION_MINOR, ZENDOR_VE
 
 }  // namespace
 
-int runProgram(char* name, SerialPort& MSComm1, WordsOfPort words) {
+int runProgram(char* name, SerialPort& MSComm1, std::function<std::string(int index)> words) {
   // The menu belongs into the window; asking the desktop for another place takes a while.
   QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
   // The toolkit has a command line of its own, the program has none.

@@ -8,10 +8,8 @@
 
 namespace zendor {
 
-// Tells which device is behind the port choice of the given index, UTF-8.
-using WordsOfPort = std::function<std::string(int index)>;
-
-// Shows the window and serves it until the program ends. It was started by the given name.
-int runProgram(char* name, SerialPort& MSComm1, WordsOfPort words);
+// Shows the window and serves it until the program ends. It was started by the given name; the
+// words tell which device is behind the port choice of an index, UTF-8.
+int runProgram(char* name, SerialPort& MSComm1, std::function<std::string(int index)> words);
 
 }  // namespace zendor

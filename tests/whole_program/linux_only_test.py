@@ -63,7 +63,7 @@ class LinuxOnly(unittest.TestCase):
 
     @unittest.skipUnless(os.access("/dev", os.W_OK), "takes a user who may add devices")
     def test_tells_of_an_adapter_that_comes_and_goes(self):
-        adapter = "/dev/ttyZendorTest"
+        adapter = f"/dev/ttyZendorTest{os.getpid()}"
         with User([WINDOW, adapter]) as user:
             wait_for_description(user, NOTHING)
             with Pod("--link", adapter) as pod:

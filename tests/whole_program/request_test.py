@@ -195,12 +195,10 @@ class Request(unittest.TestCase):
         with Pod("--no-pod") as pod:
             for _ in range(2):  # the port opens again
                 with self.user(pod.device) as user:
-                    start = time.monotonic()
                     user.click(BUTTON)
                     wait_until_held(pod.device)
                     user.close_window()
-                    self.assertEqual(user.wait_for_end(), 0)
-                    self.assertLess(time.monotonic() - start, 1.9)  # the wait would take 2 s
+                    self.assertEqual(user.wait_for_end(), 0)  # with no box that had to be answered
                     wait_until_held(pod.device, False)
 
     def test_a_line_torn_out_during_the_request_ends_it_by_what_arrived(self):
@@ -215,7 +213,6 @@ class Request(unittest.TestCase):
                 with self.user(pod.device) as user:
                     user.click(BUTTON)
                     pod.wait_for(request)
-                    time.sleep(0.2)  # what is to come of the reply has come, the wait goes on
                     pod.process.kill()
                     for _ in range(attempts - pod.requests().count(request)):
                         box = user.box()
