@@ -7,9 +7,9 @@ Usage: tour.py ZENDOR_DEMO FOLDER_FOR_PICTURES
 
 import subprocess
 import sys
-import time
 
 from captions import BUTTON, OPTIONS
+from picture import finished_picture
 from user import User
 
 
@@ -18,7 +18,7 @@ def main(demo, folder):
 
         def show(moment, words):
             """The window and what stands before it, without the empty screen around."""
-            time.sleep(0.3)  # what shows has been drawn by then
+            finished_picture(user.client_place(), moment)
             picture = f"{folder}/{moment}.png"
             subprocess.run(["import", "-window", "root", "-trim", "+repage", picture], check=True)
             print(f"{moment:<14}  {words}", flush=True)

@@ -7,8 +7,27 @@ import unittest
 from captions import BUTTON, HEADING, OPTIONS
 from layout import HEIGHT, PLACES, WIDTH
 from machine import Pod, this_machine
-from picture import Picture, contrast, finished_picture, ink_width
+from picture import Picture, finished_picture
 from screen import output_of, wait_for
+
+
+def ink_width(text, points, density):
+    """How wide the bold text is, drawn by another program."""
+    command = ["convert", "-density", str(density), "-font", "Liberation-Sans-Bold", "-pointsize"]
+    command += [str(points), f"label:{text}", "-trim", "-format", "%w", "info:"]
+    return int(output_of(*command))
+
+
+def luminance(color):
+    linear = [
+        c / 12.92 if c <= 0.03928 else ((c + 0.055) / 1.055) ** 2.4 for c in (v / 255 for v in color)
+    ]
+    return 0.2126 * linear[0] + 0.7152 * linear[1] + 0.0722 * linear[2]
+
+
+def contrast(one, other):
+    darker, lighter = sorted((luminance(one), luminance(other)))
+    return (lighter + 0.05) / (darker + 0.05)
 
 
 class Appearance(unittest.TestCase):

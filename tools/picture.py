@@ -1,10 +1,10 @@
-"""What the screen shows, and how well colours can be told apart."""
+"""What a part of the screen shows."""
 
 import copy
 import re
 import subprocess
 
-from screen import output_of, wait_for
+from screen import wait_for
 
 
 class Picture:
@@ -56,22 +56,3 @@ def finished_picture(place, what):
         return second if first.rows == second.rows and len(second.colors()) > 1 else None
 
     return wait_for(look, what)
-
-
-def ink_width(text, points, density):
-    """How wide the bold text is, drawn by another program."""
-    command = ["convert", "-density", str(density), "-font", "Liberation-Sans-Bold", "-pointsize"]
-    command += [str(points), f"label:{text}", "-trim", "-format", "%w", "info:"]
-    return int(output_of(*command))
-
-
-def luminance(color):
-    linear = [
-        c / 12.92 if c <= 0.03928 else ((c + 0.055) / 1.055) ** 2.4 for c in (v / 255 for v in color)
-    ]
-    return 0.2126 * linear[0] + 0.7152 * linear[1] + 0.0722 * linear[2]
-
-
-def contrast(one, other):
-    darker, lighter = sorted((luminance(one), luminance(other)))
-    return (lighter + 0.05) / (darker + 0.05)
