@@ -95,8 +95,8 @@ void Win32Form::setCaption(const ControlId& control, const std::string& caption)
 }
 
 // While the control that had the focus is disabled, the frame has it: without any focus the Tab key
-// would be dead. A focus that the user moves meanwhile stays where it is. A click that came first
-// but has not been raised is lost, and none comes once this has returned.
+// would be dead. A focus that the user moves meanwhile stays where it is. A click that came before
+// and still waits is lost.
 void Win32Form::setEnabled(const ControlId& control, bool enabled) {
   calls_.call([=, this] {
     const HWND child = windowOf(control);
@@ -110,7 +110,6 @@ void Win32Form::setEnabled(const ControlId& control, bool enabled) {
       SetFocus(child);
     }
   });
-  if (!enabled) SendMessageW(window_, WM_NULL, 0, 0);  // comes behind the call
 }
 
 void Win32Form::setFocus(const ControlId& control) {
@@ -206,11 +205,14 @@ void Win32Form::click(int controlNumber) {
   SetEvent(click_.get());
 }
 
+// What a click has called for is done before the next one is taken: it may have disabled the
+// button.
 void Win32Form::raiseClicks() {
   for (;;) {
     WaitForSingleObject(click_.get(), INFINITE);
     if (const FormControl* const control = clicked_.exchange(nullptr)) {
       events_->Control_Click(control->id);
+      SendMessageW(window_, WM_NULL, 0, 0);  // comes behind the calls
     }
   }
 }
