@@ -52,8 +52,8 @@ std::ptrdiff_t gdiObjects() {
 // The window's own events, timed: each request is followed by the click for the next one.
 class TimedEvents final : public zendor::FormEvents {
  public:
-  TimedEvents(zendor::FormEvents& events, HWND window, int requests)
-      : events_(events), window_(window), requests_(requests) {}
+  TimedEvents(zendor::FormEvents& events, zendor::WindowCalls& calls, int requests)
+      : events_(events), calls_(calls), requests_(requests) {}
 
   void Form_Load() override { events_.Form_Load(); }
   void Form_Activate() override {
@@ -65,7 +65,11 @@ class TimedEvents final : public zendor::FormEvents {
     const auto start = Time::now();
     events_.Control_Click(control);
     const double took = Milliseconds(Time::now() - start).count();
-    std::printf("%.3f %d %td\n", took, handles(), gdiObjects());
+    // Painted, and with no paint going on.
+    calls_.callModal([&] {
+      RedrawWindow(calls_.window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+      std::printf("%.3f %d %td\n", took, handles(), gdiObjects());
+    });
     std::fflush(stdout);
     if (--requests_ == 0) std::_Exit(EXIT_SUCCESS);
     click();
@@ -73,11 +77,12 @@ class TimedEvents final : public zendor::FormEvents {
 
  private:
   void click() const {
-    PostMessageW(FindWindowExW(window_, nullptr, L"Button", L"Get Serial Number"), BM_CLICK, 0, 0);
+    PostMessageW(FindWindowExW(calls_.window(), nullptr, L"Button", L"Get Serial Number"), BM_CLICK,
+                 0, 0);
   }
 
   zendor::FormEvents& events_;
-  HWND window_;
+  zendor::WindowCalls& calls_;
   int requests_;
 };
 
@@ -90,6 +95,6 @@ int main(int argc, char** argv) {
   zendor::Win32Desktop desktop(form.calls());
   const zendor::SteadyClock clock;
   zendor::frmStartup startup(form, port, desktop, clock, {}, {});
-  TimedEvents events(startup, form.calls().window(), std::atoi(argv[1]));
+  TimedEvents events(startup, form.calls(), std::atoi(argv[1]));
   form.run(events);
 }
