@@ -88,8 +88,6 @@ std::optional<COMSTAT> queuesOf(HANDLE device) {
 
 }  // namespace
 
-Win32SerialPort::Win32SerialPort() : readEnd_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {}
-
 Win32SerialPort::~Win32SerialPort() { close(); }
 
 bool Win32SerialPort::isOpen() const { return device_ != nullptr; }
@@ -128,15 +126,16 @@ std::size_t Win32SerialPort::bytesWaiting() {
   return queuesOf(device_.get()).value_or(COMSTAT{}).cbInQue;
 }
 
+// The time-outs have the driver answer at once, if not within the call.
 std::span<const std::uint8_t> Win32SerialPort::readAll() {
   received_.resize(bytesWaiting());
   OVERLAPPED state{};
-  state.hEvent = readEnd_.get();
-  DWORD count = 0;
   const bool isBegun = ReadFile(device_.get(), received_.data(),
                                 static_cast<DWORD>(received_.size()), nullptr, &state) ||
                        GetLastError() == ERROR_IO_PENDING;
-  const bool isRead = isBegun && GetOverlappedResult(device_.get(), &state, &count, TRUE);
+  while (isBegun && !HasOverlappedIoCompleted(&state)) SwitchToThread();
+  DWORD count = 0;
+  const bool isRead = isBegun && GetOverlappedResult(device_.get(), &state, &count, FALSE);
   received_.resize(isRead ? count : 0);
   return received_;
 }

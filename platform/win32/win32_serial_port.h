@@ -13,7 +13,7 @@ namespace zendor {
 
 class Win32SerialPort final : public SerialPort {
  public:
-  Win32SerialPort();
+  Win32SerialPort() = default;
   ~Win32SerialPort() override;
 
   bool isOpen() const override;
@@ -42,7 +42,6 @@ class Win32SerialPort final : public SerialPort {
 
   Handle device_;                               // none while closed
   std::vector<std::unique_ptr<Write>> writes_;  // whose outcome is still to be asked for
-  const Handle readEnd_;
   std::vector<std::uint8_t> received_;
 };
 
