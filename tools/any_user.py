@@ -58,6 +58,16 @@ class AnyUser:
         self.click_at(self.result_place(), button=3)
         return self.menu()
 
+    def open_system_menu(self):
+        self.press("alt+space")
+        return self.menu()
+
+    def hold_title_bar(self):
+        """Moves the window a little and keeps the mouse button down."""
+        left, top, right, _ = self.menu_bar()
+        xdotool("mousemove", (left + right) // 2, top - 8, "mousedown", 1)
+        xdotool("mousemove_relative", 20, 20)
+
     def find_menu(self):
         """The window manager knows nothing of an open menu."""
         search = ["xdotool", "search", "--onlyvisible", "--class", self.window_class]

@@ -30,7 +30,9 @@ class Windows:
 
     densities = [{"density": density} for density in (96, 120, 144, 192)]
     densities.append({"density": 96, "font": LARGE})
-    holds = [AnyUser.open_menu, AnyUser.open_menu_of_result]
+    # Windows has a title bar of its own where the window manager gives it none.
+    holds = [({}, AnyUser.open_menu), ({}, AnyUser.open_menu_of_result),
+             ({}, AnyUser.open_system_menu), ({"managed": "N"}, AnyUser.hold_title_bar)]
     write_refusal = (
         r"^Unhandled Error number \d+\nCOM1: .* If its adapter has been pulled out, plug it in again\."
         r"\nOccured in LL_Serial_SendMessage$"
@@ -64,9 +66,11 @@ class Windows:
     def set(self, key, name, value, kind="REG_SZ"):
         self.run("wine", "reg", "add", key, "/v", name, "/t", kind, "/d", value, "/f")
 
-    def set_up(self, density=96, font=USUAL, colors=((255, 255, 255), (0, 0, 0))):
-        """The density, the message font, and the colours of the result box and of text. Windows
-        starts anew with them."""
+    def set_up(self, density=96, font=USUAL, colors=((255, 255, 255), (0, 0, 0)), managed="Y"):
+        """The density, the message font, the colours of the result box and of text, and whether the
+        window manager has the windows. Windows starts anew with them."""
+        self.managed = managed == "Y"
+        self.set(r"HKCU\Software\Wine\X11 Driver", "Managed", managed)
         self.set(DESKTOP, "LogPixels", str(density), "REG_DWORD")
         self.set(METRICS, "MessageFont", font, "REG_BINARY")
         for name, color in zip(("HilightText", "WindowText"), colors):
@@ -95,7 +99,10 @@ class Windows:
         """The devices are behind Serial Port 1 and on; None is no device."""
         self.attach(*devices)
         self.reader = self.reader or Reader(self)
-        return User(self.start("program/windows/ZendorSerialExtractor.exe"), self.reader)
+        user = User(self.start("program/windows/ZendorSerialExtractor.exe"), self.reader)
+        if self.managed:
+            user.wait_until(user.has_keyboard, "The keyboard of the screen")
+        return user
 
     def refusals(self, _):
         """What does not open as Serial Port 2, and why, in the system's words; nothing is held."""
@@ -151,7 +158,6 @@ class User(AnyUser):
         super().__init__(process, "zendorserialextractor.exe")
         self.reader = reader
         self.wait_until(self.focused, "The keyboard focus")
-        self.wait_until(self.has_keyboard, "The keyboard of the screen")
 
     def __exit__(self, *_):
         super().__exit__()
