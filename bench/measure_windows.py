@@ -21,7 +21,9 @@ def requests(machine, simulator):
         machine.attach(pod.device)
         count = str(REQUESTS + 1)
         bench = machine.start("bench/request_bench.exe", count, stdout=subprocess.PIPE, text=True)
-        output, _ = bench.communicate()
+        output, _ = bench.communicate(timeout=120)
+    if bench.returncode != 0:
+        raise RuntimeError("The requests have not come to their end")
     return zip(*(map(float, line.split()) for line in output.splitlines()))
 
 

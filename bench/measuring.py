@@ -67,6 +67,8 @@ def idle_ms(command, **options):
         begin = ticks()
         time.sleep(1)
         taken = ticks() - begin
+        if process.poll() is not None:
+            raise RuntimeError(f"{command} has ended")
         process.kill()
     return taken * 1000 / os.sysconf("SC_CLK_TCK")
 

@@ -9,6 +9,7 @@ from gi.repository import GLib
 
 from any_user import AnyUser, Box
 from captions import HEADING
+from screen import xdotool
 
 WINDOW = "Zendor Serial Number Extractor V"
 
@@ -116,6 +117,11 @@ class User(AnyUser):
             if has_state(element, pyatspi.STATE_FOCUSED):
                 return element.name
         return None
+
+    def click_hastily(self, caption):
+        """Five times, before the window has done with the first."""
+        self.point_at(self.place(caption))
+        xdotool("click", "--repeat", 5, "--delay", 0, 1)
 
     def has_tooltip(self, text):
         tips = (w for w in self._top_levels() if w.getRole() == pyatspi.ROLE_TOOL_TIP)

@@ -12,6 +12,7 @@ constexpr UINT kModal = WM_APP + 1;
 
 // For the thread of the window, in the midst of such a mode.
 void endModes(HWND window) {
+  SendMessageW(window, WM_CANCELMODE, 0, 0);
   EndMenu();
   GUITHREADINFO thread{};
   thread.cbSize = sizeof thread;

@@ -52,8 +52,6 @@ Win32Form::Win32Form(FormDescription description)
       windowOf(std::ranges::min_element(description_.controls, {}, &FormControl::tabIndex)->id);
 }
 
-Win32Form::~Win32Form() { DestroyWindow(window_); }
-
 void Win32Form::run(FormEvents& events) {
   events_ = &events;
   events.Form_Load();

@@ -30,7 +30,6 @@ namespace zendor {
 class Win32Form final : public Form {
  public:
   explicit Win32Form(FormDescription description);
-  ~Win32Form() override;
 
   // Loads, shows and activates the window, then serves it until the program ends.
   [[noreturn]] void run(FormEvents& events);

@@ -112,7 +112,7 @@ void Win32SerialPort::configure(HANDLE device) const {
 }
 
 // A close of an open device cannot fail, not even when the adapter has been pulled out. It waits
-// for no driver: a write that one has not given up by then is left to it for good.
+// for no write: one that the driver has not given up by then is left to it for good.
 void Win32SerialPort::close() {
   for (const auto& write : writes_) CancelIoEx(device_.get(), &write->state);
   device_.reset();
@@ -153,10 +153,11 @@ std::size_t Win32SerialPort::bytesToSend() {
   return std::max<std::size_t>(queues->cbOutQue, underWay);
 }
 
-// Windows returns at once; the driver has done with the bytes after kWriteTimeoutMs at the latest.
-// What it could not do shows in the next write, if not already in this one.
+// Windows returns at once; a driver that keeps to its time-outs has done with the bytes after
+// kWriteTimeoutMs at the latest. What it could not do shows in the next write, if not already in
+// this one; the bytes of this one are handed over all the same.
 void Win32SerialPort::write(std::span<const std::uint8_t> bytes) {
-  settleWrites();
+  const DWORD earlier = settleWrites();
   Write& write = *writes_.emplace_back(std::make_unique<Write>());
   write.bytes.assign(bytes.begin(), bytes.end());
   if (!WriteFile(device_.get(), write.bytes.data(), static_cast<DWORD>(write.bytes.size()), nullptr,
@@ -166,11 +167,12 @@ void Win32SerialPort::write(std::span<const std::uint8_t> bytes) {
     writes_.pop_back();
     fail(error, kAdviceOnWrite);
   }
-  settleWrites();
+  const DWORD outcome = earlier != ERROR_SUCCESS ? earlier : settleWrites();
+  if (outcome != ERROR_SUCCESS) fail(outcome, kAdviceOnWrite);
 }
 
-// Lets go of the writes that have ended, and reports the first that has failed.
-void Win32SerialPort::settleWrites() {
+// Lets go of the writes that have ended; the error of the first that has failed.
+DWORD Win32SerialPort::settleWrites() {
   DWORD first = ERROR_SUCCESS;
   std::erase_if(writes_, [&](const auto& write) {
     if (!HasOverlappedIoCompleted(&write->state)) return false;
@@ -178,7 +180,7 @@ void Win32SerialPort::settleWrites() {
     if (first == ERROR_SUCCESS) first = outcome;
     return true;
   });
-  if (first != ERROR_SUCCESS) fail(first, kAdviceOnWrite);
+  return first;
 }
 
 DWORD Win32SerialPort::outcomeOf(Write& write) const {

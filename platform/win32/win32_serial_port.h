@@ -32,7 +32,7 @@ class Win32SerialPort final : public SerialPort {
     OVERLAPPED state{};
   };
 
-  void settleWrites();
+  DWORD settleWrites();
   DWORD outcomeOf(Write& write) const;
 
   std::string deviceName() const;

@@ -16,7 +16,7 @@ struct Driver {
   const std::uint8_t* bytes = nullptr;
   OVERLAPPED *write = nullptr, *cancelled = nullptr;
   BOOL endsAtOnce = FALSE, isThere = TRUE;
-  DWORD queued = 0;
+  DWORD queued = 0, openError = ERROR_SUCCESS;
 
   BOOL set(std::initializer_list<DWORD> values) {
     settings.insert(settings.end(), values);
@@ -50,12 +50,33 @@ class Win32DriverTest : public testing::Test {
 };
 
 TEST_F(Win32DriverTest, OpensThePortUnsharedWithItsLinesOnAndReadsThatDoNotWait) {
-  constexpr DWORD kNotShared = 0, kFlow = 0;
+  constexpr DWORD kNotShared = 0, kChanged = 0;
   EXPECT_EQ(
       driver.settings,
       (std::vector<DWORD>{GENERIC_READ | GENERIC_WRITE, kNotShared, OPEN_EXISTING,
                           FILE_FLAG_OVERLAPPED, 9600, 8, NOPARITY, ONESTOPBIT, DTR_CONTROL_ENABLE,
-                          RTS_CONTROL_ENABLE, kFlow, MAXDWORD, 0, 0, 0, 1000}));
+                          RTS_CONTROL_ENABLE, kChanged, MAXDWORD, 0, 0, 0, 1000}));
+}
+
+TEST_F(Win32DriverTest, SaysWhatAPersonCanDoAboutAPortThatDoesNotOpen) {
+  const std::string busy = " Most likely another program is using COM1: close that program.";
+  const std::pair<DWORD, std::string> rows[] = {
+      {ERROR_FILE_NOT_FOUND,
+       " Plug in the adapter, or give it the number COM1 in the Device Manager."},
+      {ERROR_ACCESS_DENIED, busy},
+      {ERROR_SHARING_VIOLATION, busy},
+      {ERROR_INVALID_FUNCTION, " It is not a serial port, or its adapter has been pulled out."}};
+  port.close();
+  for (const auto& [number, advice] : rows) {
+    driver.openError = number;
+    try {
+      port.open();
+      ADD_FAILURE() << "opened";
+    } catch (const zendor::PortError& error) {
+      EXPECT_TRUE(error.description.starts_with("COM1: ")) << error.description;
+      EXPECT_TRUE(error.description.ends_with(advice)) << error.description;
+    }
+  }
 }
 
 TEST_F(Win32DriverTest, CountsWhatIsUnderWayOrQueuedUntilTheLineIsGone) {
@@ -73,10 +94,10 @@ TEST_F(Win32DriverTest, ReportsAWriteThatFailsLaterInTheNextOneAndAtOnceInItself
   EXPECT_EQ(errorOfWrite(), 0);
   driver.end(kDeviceRemoved, 0);
   EXPECT_EQ(errorOfWrite(), ERROR_DEVICE_REMOVED);
-  EXPECT_EQ(port.bytesToSend(), 0U);
-  EXPECT_EQ(errorOfWrite(), 0);
+  EXPECT_EQ(port.bytesToSend(), frame.size());  // handed over all the same
   driver.end(kDone, 3);
   EXPECT_EQ(errorOfWrite(), ERROR_TIMEOUT);
+  driver.end(kDone, frame.size());
   driver.endsAtOnce = TRUE;
   EXPECT_EQ(errorOfWrite(), ERROR_TIMEOUT);
 }
@@ -99,12 +120,16 @@ extern "C" {
 decltype(&CreateFileW) __imp_CreateFileW = [](auto, auto access, auto sharing, auto, auto how,
                                               auto flags, auto) {
   driver.set({access, sharing, how, flags});
+  SetLastError(driver.openError);
+  if (driver.openError != ERROR_SUCCESS) return INVALID_HANDLE_VALUE;
   return CreateEventW(nullptr, TRUE, FALSE, nullptr);
 };
 decltype(&SetCommState) __imp_SetCommState = [](auto, DCB* line) {
-  const DWORD flow = line->fOutxCtsFlow | line->fOutxDsrFlow | line->fOutX | line->fInX;
+  const DWORD changed = line->fOutxCtsFlow | line->fOutxDsrFlow | line->fOutX | line->fInX |
+                        line->fNull | line->fErrorChar | line->fParity | line->fDsrSensitivity |
+                        line->fAbortOnError | (line->XonChar == line->XoffChar) | !line->fBinary;
   return driver.set({line->BaudRate, line->ByteSize, line->Parity, line->StopBits,
-                     line->fDtrControl, line->fRtsControl, flow});
+                     line->fDtrControl, line->fRtsControl, changed});
 };
 decltype(&SetCommTimeouts) __imp_SetCommTimeouts = [](auto, COMMTIMEOUTS* limits) {
   const auto& [interval, readFactor, read, writeFactor, write] = *limits;

@@ -1,7 +1,8 @@
-// A reader of other programs' windows: for every line of input it lists the visible windows of the
-// desktop, each followed by its client area and its children, then an empty line. A row has,
+// A reader of other programs' windows: for every empty line of input it lists the visible windows
+// of the desktop, each followed by its client area and its children, then an empty line. A row has,
 // separated by tabs: level, class, state ("enabled", "focused", "checked"), left, top, right and
-// bottom in screen pixels, and the text with its line breaks and tabs escaped.
+// bottom in screen pixels, and the text with its line breaks and tabs escaped. Any other line is
+// the caption of a button of the program's window, which is clicked five times at once.
 #include <windows.h>
 
 #include <iostream>
@@ -90,12 +91,24 @@ BOOL CALLBACK listTopLevel(HWND window, LPARAM) {
   return TRUE;
 }
 
+// More clicks than the program can have taken when the last one comes.
+void clickHastily(const std::wstring& caption) {
+  const HWND form = FindWindowW(L"ZendorForm", nullptr);
+  const HWND button = FindWindowExW(form, nullptr, L"Button", caption.c_str());
+  for (int i = 0; i < 5; ++i) PostMessageW(button, BM_CLICK, 0, 0);
+}
+
 }  // namespace
 
 int main() {
   SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
   for (std::string line; std::getline(std::cin, line);) {
-    EnumWindows(&listTopLevel, 0);
+    while (line.ends_with('\r')) line.pop_back();
+    if (line.empty()) {
+      EnumWindows(&listTopLevel, 0);
+    } else {
+      clickHastily(zendor::wideFromUtf8(line));
+    }
     std::cout << std::endl;
   }
 }

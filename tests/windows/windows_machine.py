@@ -130,6 +130,11 @@ class Reader:
         self.process.stdout.close()
         self.process.wait()
 
+    def click_hastily(self, caption):
+        self.process.stdin.write(caption + "\n")
+        self.process.stdin.flush()
+        self.process.stdout.readline()
+
     def windows(self):
         """A list of rows for each window: its own, that of its client area, those of its children."""
         self.process.stdin.write("\n")
@@ -207,6 +212,10 @@ class User(AnyUser):
 
     def focused(self):
         return next((row.text for row in self.rows() if "focused" in row.state), None)
+
+    def click_hastily(self, caption):
+        """Five times, as a program does that operates windows for its user."""
+        self.reader.click_hastily(caption)
 
     def has_keyboard(self):
         """Windows gives the focus within the window; the window manager gives it the keys."""
