@@ -39,7 +39,7 @@ def main(build, simulator):
     finally:
         machine.remove()
     print_table([
-        (f"request on the paced line / its {LINE_MS:.1f} ms on the line, median of {REQUESTS}",
+        (f"request on the paced line / its {LINE_MS:.1f} ms on the line, median of {len(times)}",
          statistics.median(times) / LINE_MS, 1.10),
         ("start to the first shown window / bare window, median of 20 pairs",
          statistics.median(starts), 1.25),
