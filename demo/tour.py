@@ -40,7 +40,7 @@ def main(demo, folder):
             request(option)
             box = user.box()
             show(moment, f"[{box.title}] " + box.text.replace("\n", " / "))
-            user.answer(box)
+            user.answer()
         print(f"{'end':<14}  the program has ended with status {user.wait_for_end()}")
 
 

@@ -87,7 +87,7 @@ class Request(unittest.TestCase):
             self.assertGreater(time.monotonic() - start, 1.9)
             self.assert_box(box, *NO_POD)
             user.click(OPTIONS[2])  # the box is modal to the window
-            user.answer(box)
+            user.answer()
             user.wait_until_focused(BUTTON)
             self.assertTrue(user.is_selected(OPTIONS[1]))
             self.assertEqual(user.result(), "")
@@ -176,7 +176,7 @@ class Request(unittest.TestCase):
                 user.click(BUTTON)
                 box = user.box()
                 self.assert_box(box, *FAULTY)
-                user.answer(box)
+                user.answer()
                 self.assertEqual(user.wait_for_end(), 0)
                 self.assertEqual(pod.requests(), requests)
 
@@ -190,7 +190,7 @@ class Request(unittest.TestCase):
                     box = user.box()
                     text = f"^{reason}.*\nPlease free the port or choose another$"
                     self.assert_box(box, "Error opening/closing Serial Port 2", text, None)
-                    user.answer(box)
+                    user.answer()
                     self.assertEqual(user.wait_for_end(), 0)
             if holder:
                 holder.close()
@@ -222,10 +222,10 @@ class Request(unittest.TestCase):
                         box = user.box()
                         refusal = self.machine.write_refusal
                         self.assert_box(box, "Unhandled Error", refusal, "yellow")
-                        user.answer(box)
+                        user.answer()
                     box = user.box()
                     self.assert_box(box, *outcome)
-                    user.answer(box)
+                    user.answer()
                     if outcome == FAULTY:
                         self.assertEqual(user.wait_for_end(), 0)
                     else:
@@ -235,8 +235,8 @@ class Request(unittest.TestCase):
         with tempfile.TemporaryDirectory() as folder, self.user(f"{folder}/tty") as user:
             with Pod("--no-pod", "--link", f"{folder}/tty"):
                 user.click(BUTTON)
-                box = user.box()
-            user.answer(box)
+                user.box()
+            user.answer()
             user.wait_until_ready()
             with Pod("--link", f"{folder}/tty"):
                 user.click(BUTTON)
