@@ -3,6 +3,7 @@
 #include <grp.h>
 #include <gtest/gtest.h>
 #include <sched.h>
+#include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
@@ -219,26 +220,28 @@ TEST_F(PosixLine, APortIsRefusedWhileItIsHeldAndFreeWhenItsHolderClosesItOrDies)
   EXPECT_EQ(refusal().number, EBUSY);
 }
 
-TEST_F(PosixLine, AProcessThatHoldsThePortWithoutALockIsNamedUntilItEnds) {
+TEST_F(PosixLine, AProcessThatHoldsThePortWithOrWithoutALockIsNamedUntilItEnds) {
   writeFile("node", "");
   const fs::path node = folder / "node";
-  const pid_t holder = ::fork();
-  if (holder == 0) {  // under a path of its own where this user may make one
-    const bool isBound = ::unshare(CLONE_NEWNS) == 0 &&
-                         ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-                         ::mount(device.c_str(), node.c_str(), nullptr, MS_BIND, nullptr) == 0;
-    ::open(isBound ? node.c_str() : device.c_str(), O_RDONLY | O_NOCTTY);
-    ::raise(SIGSTOP);
+  for (const bool locks : {false, true}) {
+    const pid_t holder = ::fork();
+    if (holder == 0) {  // under a path of its own where this user may make one
+      const bool isBound = ::unshare(CLONE_NEWNS) == 0 &&
+                           ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+                           ::mount(device.c_str(), node.c_str(), nullptr, MS_BIND, nullptr) == 0;
+      const int line = ::open(isBound ? node.c_str() : device.c_str(), O_RDONLY | O_NOCTTY);
+      if (locks) ::flock(line, LOCK_EX);
+      ::raise(SIGSTOP);
+    }
+    ASSERT_EQ(::waitpid(holder, nullptr, WUNTRACED), holder);
+    EXPECT_EQ(refusal().description,
+              "The serial port " + device + " is in use by another program: process " +
+                  std::to_string(holder) +
+                  " (posix_line_test) has it open. Close that program and try again.");
+    ::kill(holder, SIGKILL);
+    ASSERT_EQ(::waitpid(holder, nullptr, 0), holder);
+    EXPECT_EQ(refusal().description, "opened");
   }
-  ASSERT_EQ(::waitpid(holder, nullptr, WUNTRACED), holder);
-  EXPECT_EQ(refusal().description, "The serial port " + device +
-                                       " is in use by another program: process " +
-                                       std::to_string(holder) +
-                                       " (posix_line_test) has it open. Close that program and try "
-                                       "again.");
-  ::kill(holder, SIGKILL);
-  ASSERT_EQ(::waitpid(holder, nullptr, 0), holder);
-  EXPECT_EQ(refusal().description, "opened");
 }
 
 TEST_F(PosixLine, ObeysALockFileWhileItsProcessLivesAndLeavesItAlone) {

@@ -46,22 +46,28 @@ void refuseForeignLockFile(const fs::path& lockFolder, const std::string& device
       device, ": process " + std::to_string(holder) + " has locked it with " + lockFile.string());
 }
 
+// The holder is named where the system tells it.
+PortError heldPort(const std::string& device, const std::optional<std::string>& holder) {
+  return busyPort(device, holder ? ": " + *holder + " has it open" : "");
+}
+
 // The advisory lock keeps this program's kind out and ends with the process. The exclusive mark of
 // another program is looked up as well, since it does not keep the administrator from opening.
 void claim(int line, const std::string& device, const fs::path& lockFolder) {
   if (::flock(line, LOCK_EX | LOCK_NB) != 0) {
-    throw refusedCall(device, errno == EWOULDBLOCK ? EBUSY : errno);
+    if (errno != EWOULDBLOCK) throw refusedCall(device, errno);
+    throw heldPort(device, otherHolderOf(line));
   }
   int exclusive = 0;
-  if (::ioctl(line, TIOCGEXCL, &exclusive) == 0 && exclusive != 0) throw busyPort(device);
+  if (::ioctl(line, TIOCGEXCL, &exclusive) == 0 && exclusive != 0) {
+    throw heldPort(device, otherHolderOf(line));
+  }
   refuseForeignLockFile(lockFolder, device);
 }
 
 // For a port that is marked, so that nobody comes while the others are looked through.
 void refuseOtherHolder(int line, const std::string& device) {
-  if (const auto holder = otherHolderOf(line)) {
-    throw busyPort(device, ": " + *holder + " has it open");
-  }
+  if (const auto holder = otherHolderOf(line)) throw heldPort(device, holder);
 }
 
 // A driver may run at another rate than asked for without a word. Half a bit time over the ten bits
