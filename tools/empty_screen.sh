@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs a command on an empty virtual screen with a runtime folder and settings of its own, whatever the user's own
-# desktop is like.
+# Runs a command on an empty virtual screen with a runtime folder and settings of its own, whatever the
+# user's own desktop is like.
 set -u
 unset WAYLAND_DISPLAY QT_QPA_PLATFORM QT_QPA_PLATFORMTHEME QT_STYLE_OVERRIDE QT_FONT_DPI
 unset QT_SCALE_FACTOR QT_SCREEN_SCALE_FACTORS QT_ENABLE_HIGHDPI_SCALING
