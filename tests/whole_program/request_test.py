@@ -128,11 +128,12 @@ class Request(unittest.TestCase):
             user.wait_for_result()
             user.wait_until_ready()
             user.click_at(user.result_place(), times=2)
-            self.assertEqual(user.focused(), OPTIONS[0])
+            user.press("shift+Tab")  # comes behind the clicks and goes on from where the focus is
+            user.wait_until_focused(BUTTON)
             user.open_menu_of_result()
             user.press("c")  # of "Copy"
             user.wait_until_copied("C-6")
-            self.assertEqual(user.focused(), OPTIONS[0])
+            user.wait_until_focused(BUTTON)
 
     def test_leaves_the_focus_where_the_user_puts_it_during_a_request(self):
         with Pod(*SLOW) as pod, self.user(pod.device) as user:
