@@ -61,7 +61,7 @@ class SerialPort {
   virtual std::size_t bytesToSend() = 0;
 
   // Hands over all bytes in one write and waits no longer than the machine's driver takes to accept
-  // them. Throws PortError.
+  // them. Throws PortError, also for an earlier write that has failed since.
   virtual void write(std::span<const std::uint8_t> bytes) = 0;
 };
 
