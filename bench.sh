@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
 # Measures the release build and prints a table of what was measured and the targets.
 #
-#   ./bench.sh            the program of this machine
+#   ./bench.sh            the Linux program
 #   ./bench.sh windows    the Windows program, cross-built and run under Wine
 set -euo pipefail
 cd "$(dirname "$0")"
 . tools/packages.sh
 
 on_a_screen() {
-  PYTHONPATH=tools:tests/windows PYTHONDONTWRITEBYTECODE=1 tools/empty_screen.sh "$@"
+  hands/empty_screen.sh "$@"
 }
 
 case "${1:-linux}" in

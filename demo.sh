@@ -16,5 +16,5 @@ if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
 fi
 install_missing "${screen_packages[@]}"
 mkdir -p demo-pictures
-PYTHONPATH=tools PYTHONDONTWRITEBYTECODE=1 tools/virtual_screen.sh demo/tour.py "$demo" demo-pictures
+hands/virtual_screen.sh demo/tour.py "$demo" demo-pictures
 echo 'The pictures are in demo-pictures.'

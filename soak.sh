@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 . tools/packages.sh
 
-install_missing "${build_packages[@]}" libbenchmark-dev
-cmake --preset bench >/dev/null
-cmake --build --preset bench
-build/bench/bench/soak "${1:-2000}"
+install_missing "${build_packages[@]}" "${test_packages[@]}"
+cmake --preset release-test >/dev/null
+cmake --build --preset release-test --target soak
+build/release-test/tests/linux/soak "${1:-2000}"

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds with warnings as errors, and runs the tests.
 #
-#   ./test.sh                the tests on this machine
+#   ./test.sh                the tests on this computer
 #   ./test.sh release-test   the same on the release build, whose hardening is read back
 #   ./test.sh asan           the same under AddressSanitizer and UndefinedBehaviorSanitizer
 #   ./test.sh clang          the same by clang

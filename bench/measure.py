@@ -22,7 +22,7 @@ REQUEST = f"{BUILD}/bench/request_bench"
 RECEIVE = f"{BUILD}/bench/receive_bench"
 SIMULATOR = f"{BUILD}/simulator/zendor-pod-simulator"
 
-# Before a command: it sees no process but its own, however many the machine has.
+# Before a command: it sees no process but its own, however many the computer has.
 SOLITARY = ["unshare", "--pid", "--fork", "--mount-proc"]
 if os.geteuid() != 0:
     SOLITARY.append("--map-root-user")

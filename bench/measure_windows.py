@@ -10,17 +10,17 @@ import sys
 
 from measuring import LINE_MS, idle_ms, print_table, start_ratios
 from simulated_pod import SimulatedPod
-from windows_machine import Windows
+from windows_platform import Windows
 
 REQUESTS = 60
 
 
-def requests(machine, simulator):
+def requests(windows, simulator):
     """For each request its time in ms, and how many handles and GDI objects there are after it."""
     with SimulatedPod(simulator) as pod:
-        machine.attach(pod.device)
+        windows.attach(pod.device)
         count = str(REQUESTS + 1)
-        bench = machine.start("bench/request_bench.exe", count, stdout=subprocess.PIPE, text=True)
+        bench = windows.start("bench/request_bench.exe", count, stdout=subprocess.PIPE, text=True)
         output, _ = bench.communicate(timeout=120)
     if bench.returncode != 0:
         raise RuntimeError("The requests have not come to their end")
@@ -28,16 +28,16 @@ def requests(machine, simulator):
 
 
 def main(build, simulator):
-    machine = Windows(build)
+    windows = Windows(build)
     try:
-        machine.set_up()
-        times, handles, objects = requests(machine, simulator)
+        windows.set_up()
+        times, handles, objects = requests(windows, simulator)
         program = ["wine", f"{build}/program/windows/ZendorSerialExtractor.exe"]
         bare = ["wine", f"{build}/bench/bare_window.exe"]
-        starts, _ = start_ratios(program, bare, 20, env=machine.environment)
-        idle = idle_ms(program, env=machine.environment)
+        starts, _ = start_ratios(program, bare, 20, env=windows.environment)
+        idle = idle_ms(program, env=windows.environment)
     finally:
-        machine.remove()
+        windows.remove()
     print_table([
         (f"request on the paced line / its {LINE_MS:.1f} ms on the line, median of {len(times)}",
          statistics.median(times) / LINE_MS, 1.10),

@@ -1,4 +1,4 @@
-"""What the measures of both machines share: the pace of the line, start-up as the screen sees it, and
+"""What the measures of both platforms share: the pace of the line, start-up as the screen sees it, and
 the table of what was measured."""
 
 import os

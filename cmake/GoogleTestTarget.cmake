@@ -1,4 +1,4 @@
-# GTest::gtest_main: the library of this machine or, for another one, built from the sources that
+# GTest::gtest_main: the library of this platform or, for another one, built from the sources that
 # the package googletest brings.
 if(CMAKE_CROSSCOMPILING)
   find_path(GOOGLETEST_SOURCES CMakeLists.txt HINTS /usr/src/googletest NO_DEFAULT_PATH

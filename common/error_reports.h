@@ -17,7 +17,7 @@ class ErrorReports {
   // A routine met an input that it cannot work with.
   void Tool_ReportProgramError(const std::string& routineName);
 
-  // A routine caught an error of the machine.
+  // A routine caught an error of the platform.
   void Tool_ReportUnhandledError(const PortError& error, const std::string& routineName);
 
  private:

@@ -6,8 +6,8 @@
 #include <array>
 #include <string>
 
-#include "platform/posix/file_descriptor.h"
-#include "platform/posix/posix_serial_port.h"
+#include "platform/linux/file_descriptor.h"
+#include "platform/linux/linux_serial_port.h"
 #include "program/linux/run_program.h"
 #include "simulator/simulated_line.h"
 
@@ -43,7 +43,7 @@ int main(int, char** argv) {
                                            held.device()};
   const std::array<std::string, 4> words{"customer pod 1234567", "engineer pod 42", "no pod",
                                          "held by another program"};
-  zendor::PosixSerialPort port(
+  zendor::LinuxSerialPort port(
       [&](int number) { return std::optional(devices.at(static_cast<std::size_t>(number) - 1)); });
   return zendor::runProgram(argv[0], port, [&](int index) {
     const auto place = static_cast<std::size_t>(index);

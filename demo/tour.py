@@ -10,7 +10,7 @@ import sys
 
 from captions import BUTTON, OPTIONS
 from picture import finished_picture
-from user import User
+from linux_user import User
 
 
 def main(demo, folder):

@@ -24,15 +24,16 @@ Bytes take(Bytes& input, std::size_t count) {
 
 // Whether the last piece has completed the reply.
 bool poll(Bytes pieces, FrameStores& stores) {
-  testing::Machine machine;
-  machine.line.open();
+  doubles::FakePlatform platform;
+  platform.line.open();
   bool complete = false;
   while (!complete && !pieces.empty()) {
     const Bytes length = take(pieces, 1);
     const Bytes piece = take(pieces, length[0] == 255 ? pieces.size() : length[0]);
-    machine.line.waiting.assign(piece.begin(), piece.end());
+    platform.line.waiting.assign(piece.begin(), piece.end());
     const std::size_t expected = std::min<std::size_t>(1024, stores.RxCount + piece.size());
-    complete = LL_DRAVO_PollReceive(machine.line, stores.RxBuffer, stores.TxLength, stores.RxCount);
+    complete =
+        LL_DRAVO_PollReceive(platform.line, stores.RxBuffer, stores.TxLength, stores.RxCount);
     require(stores.RxCount == expected);
   }
   return complete;

@@ -1,4 +1,4 @@
-// The millisecond tick counter of a machine.
+// The millisecond tick counter of a platform.
 #pragma once
 
 #include <cstdint>

@@ -31,8 +31,8 @@ class Desktop {
   // is dismissed otherwise answers Ok, or No where the choice is Yes or No.
   virtual MessageAnswer showMessage(const Message& message) = 0;
 
-  // Handles the window events that are pending, where no thread of the machine's own serves the
-  // window, then yields the processor to whoever is ready. Does not wait for events.
+  // Handles the window events that are pending, unless the platform serves the window on a thread
+  // of its own. Then yields the processor to whoever is ready. Does not wait for events.
   virtual void processEvents() = 0;
 
   // Ends the process at once, with success. Nothing of the program runs afterwards.

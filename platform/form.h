@@ -1,6 +1,6 @@
 // A window as data, the operations on the shown window, and the events that it raises. Positions
-// and sizes are in twips (1/1440 inch) from the top-left corner of the client area, which lies
-// below the menu bar; a platform scales them with the screen's density.
+// and sizes are in twips (1/1440 inch). They count from the top-left corner of the client area, the
+// part of the window below the menu bar. A platform scales them with the screen's density.
 #pragma once
 
 #include <compare>
@@ -18,7 +18,10 @@ struct ControlId {
   auto operator<=>(const ControlId&) const = default;
 };
 
-enum class ControlKind { Label, OptionButton, PushButton };
+// A result box is a label with a single-line border and the system's highlight-text colour behind
+// it. Its text can be copied and is readable in every theme. The label described before it names
+// it.
+enum class ControlKind { Label, ResultBox, OptionButton, PushButton };
 
 struct TwipRect {
   int left = 0;
@@ -33,6 +36,8 @@ struct FormFont {
   bool bold = false;
 };
 
+// The option buttons of a form are one group, of which one is always selected. Enter presses the
+// push button, wherever the keyboard focus is.
 struct FormControl {
   ControlId id;
   ControlKind kind = ControlKind::Label;
@@ -42,22 +47,13 @@ struct FormControl {
   int tabIndex = 0;                   // the order of the keyboard focus; 0 has it first
   std::optional<FormFont> font = {};  // none: the platform's default dialog font
   bool centred = false;
-  // A label has both or neither. With them its text can be copied, and is readable in every theme.
-  bool singleBorder = false;
-  bool highlightTextBackground = false;
   bool selected = false;  // option buttons: the choice at the start
-  int group = 0;          // option buttons: one of each group is selected
-};
-
-struct FormMenuItem {
-  ControlId id;
-  std::string caption = {};  // "-" is a separator
 };
 
 struct FormMenu {
   std::string_view name;  // static storage
   std::string caption = {};
-  std::vector<FormMenuItem> items = {};
+  std::vector<std::string> items = {};  // their captions; "-" is a separator
 };
 
 // A fixed-size dialog window without minimise and maximise buttons, centred at its first show on
@@ -70,8 +66,8 @@ struct FormDescription {
   std::vector<FormControl> controls = {};
 };
 
-// Come one after the other, but for the unload, which may come in the midst of a click and then on
-// another thread: it may do nothing but end the program.
+// The form raises one event at a time, with one exception: Form_Unload may interrupt a click, even
+// on another thread, so it may do nothing but end the program.
 class FormEvents {
  public:
   FormEvents() = default;
@@ -85,6 +81,7 @@ class FormEvents {
   virtual void Control_Click(const ControlId& control) = 0;  // push buttons only
 };
 
+// The operations may be called from a thread that does not own the window.
 class Form {
  public:
   Form() = default;

@@ -1,5 +1,6 @@
-// The serial port that the program asks a machine for: one port object, configured while it is
-// closed, that carries raw bytes in both directions. Byte values are never translated.
+// The serial port that the program asks a platform for: one port object that is configured while it
+// is closed and carries raw bytes in both directions while it is open. Byte values are never
+// translated.
 #pragma once
 
 #include <cstddef>
@@ -9,14 +10,15 @@
 
 namespace zendor {
 
-// Why the machine refused to open, close or write. The number is the machine's own error code; the
-// description is UTF-8, in the machine's language, and says what a person can do about it.
+// Why the platform refused to open, close or write. The number is the platform's own error code;
+// the description is UTF-8, in the user's language, and says what a person can do about it.
 struct PortError {
   std::int32_t number = 0;
   std::string description;
 };
 
-// A machine has to know no other value of the first six than the one that stands here.
+// The port control always writes the same values into the first six, so that no platform needs to
+// read them.
 struct PortConfiguration {
   std::int16_t receiveThreshold = 0;  // no event handler is installed: no effect
   std::int16_t sendThreshold = 0;     // the same
@@ -24,7 +26,7 @@ struct PortConfiguration {
   bool discardNulBytes = false;
   std::int32_t inputMode = 0;    // 0: a read gives every byte as it came
   std::int16_t inputLength = 0;  // 0: a read gives all that waits
-  std::int16_t portNumber = 0;   // 1 is the machine's first serial port
+  std::int16_t portNumber = 0;   // 1 is the computer's first serial port
   std::string settings;          // baud rate, parity, data bits, stop bits: "9600,N,8,1"
 };
 
@@ -45,7 +47,7 @@ class SerialPort {
   // or it does not take the settings.
   virtual void open() = 0;
 
-  // Throws PortError when the machine refuses. A line that is gone is closed all the same.
+  // Throws PortError when the platform refuses. A line that is gone is closed all the same.
   virtual void close() = 0;
 
   // The rest needs an open port. On a line that is gone nothing waits and nothing is to be sent.
@@ -60,7 +62,7 @@ class SerialPort {
   // Bytes written that have not left for the line yet.
   virtual std::size_t bytesToSend() = 0;
 
-  // Hands over all bytes in one write and waits no longer than the machine's driver takes to accept
+  // Hands over all bytes in one write and waits no longer than the driver takes to accept
   // them. Throws PortError, also for an earlier write that has failed since.
   virtual void write(std::span<const std::uint8_t> bytes) = 0;
 };

@@ -16,7 +16,7 @@ enum class PortStatus : std::uint8_t {
   Switched = 0,
   AlreadyOpen = 1,
   AlreadyClosed = 2,
-  Refused = 3,  // by the machine; the port keeps its state
+  Refused = 3,  // by the platform; the port keeps its state
 };
 
 class PortControl {

@@ -64,7 +64,7 @@ Fault FaultPlan::next(std::uint8_t header) {
   const auto rule = std::ranges::find_if(rules_, [&](const FaultRule& candidate) {
     return !isUsedUp(candidate) && candidate.header.value_or(header) == header;
   });
-  if (rule == rules_.end()) return Fault::kNone;
+  if (rule == rules_.end()) return Fault::None;
   if (rule->times) --*rule->times;
   return rule->fault;
 }

@@ -12,7 +12,7 @@
 namespace zendor::simulator {
 
 struct FaultRule {
-  Fault fault = Fault::kNone;
+  Fault fault = Fault::None;
   std::optional<std::uint8_t> header{};  // none: strikes a request of any header
   std::optional<unsigned> times{};       // how many more requests it strikes; none: all
 };

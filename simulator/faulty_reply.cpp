@@ -72,36 +72,36 @@ Transmission fromAStranger(Frame reply) {
 Transmission faultyReply(Pod& pod, const Frame& request, Fault fault) {
   constexpr std::uint8_t kMeaningless = 7;
   switch (fault) {
-    case Fault::kDead:
-    case Fault::kPartialEcho:
-    case Fault::kEchoOnly:
+    case Fault::Dead:
+    case Fault::PartialEcho:
+    case Fault::EchoOnly:
       return {};
-    case Fault::kBusy:
+    case Fault::Busy:
       return inSteps(encode(notCarriedOut(request, kBusy)));
-    case Fault::kNak:
+    case Fault::Nak:
       return inSteps(encode(notCarriedOut(request, kRefused)));
-    case Fault::kUnknownHeader:
+    case Fault::UnknownHeader:
       return inSteps(encode(notCarriedOut(request, kMeaningless)));
-    case Fault::kShortReply:
+    case Fault::ShortReply:
       return shortReply(carriedOut(pod, request));
-    case Fault::kTruncatedReply:
+    case Fault::TruncatedReply:
       return truncated(carriedOut(pod, request));
-    case Fault::kExtraByte:
+    case Fault::ExtraByte:
       return withExtraByte(carriedOut(pod, request));
-    case Fault::kGarbageBefore:
+    case Fault::GarbageBefore:
       return withGarbageBefore(carriedOut(pod, request));
-    case Fault::kWrongChecksum:
+    case Fault::WrongChecksum:
       return withWrongChecksum(carriedOut(pod, request));
-    case Fault::kWrongDestination:
+    case Fault::WrongDestination:
       return toAStranger(carriedOut(pod, request));
-    case Fault::kWrongSource:
+    case Fault::WrongSource:
       return fromAStranger(carriedOut(pod, request));
-    case Fault::kLateReply:
+    case Fault::LateReply:
       return inSteps(encode(carriedOut(pod, request)), kLateness);
-    case Fault::kByteByByte:
+    case Fault::ByteByByte:
       return inSteps(encode(carriedOut(pod, request)), {}, kRest);
-    case Fault::kNone:
-    case Fault::kNoEcho:
+    case Fault::None:
+    case Fault::NoEcho:
       break;
   }
   return inSteps(encode(carriedOut(pod, request)));

@@ -53,7 +53,7 @@ void LineStation::echo(std::vector<Delivery>& deliveries) {
 }
 
 void LineStation::reply(std::vector<Delivery>& deliveries) {
-  if (onlooker_) onlooker_(Sender::kHost, request_.bytes);
+  if (onlooker_) onlooker_(Sender::Host, request_.bytes);
   const auto frame = decode(request_.bytes);
   if (!pod_ || !frame || frame->destination != pod_->address) return;
 
@@ -65,7 +65,7 @@ void LineStation::reply(std::vector<Delivery>& deliveries) {
     deliveries.push_back({due, piece});
     append(sent, piece);
   }
-  if (onlooker_ && !sent.empty()) onlooker_(Sender::kPod, sent);
+  if (onlooker_ && !sent.empty()) onlooker_(Sender::Pod, sent);
 }
 
 }  // namespace zendor::simulator

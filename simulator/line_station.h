@@ -1,4 +1,4 @@
-// The line and the pod at its end, without a machine: takes what a host sends and when, and says
+// The line and the pod at its end, without a device: takes what a host sends and when, and says
 // what the host receives and when. Time is an argument, nothing waits.
 //
 // The line carries the host's bytes one after the other and brings each back as its echo at the end
@@ -30,7 +30,7 @@ struct Delivery {
   Bytes bytes;
 };
 
-enum class Sender { kHost, kPod };
+enum class Sender { Host, Pod };
 
 // Is told a host's frame when it is complete, right or wrong, and a pod's when it is decided.
 using Onlooker = std::function<void(Sender sender, const Bytes& frame)>;
@@ -50,7 +50,7 @@ class LineStation {
     Bytes bytes;
     std::vector<TimePoint> ends;  // when each byte has passed the line
     std::size_t echoed = 0;
-    Fault fault = Fault::kNone;  // known with the header
+    Fault fault = Fault::None;  // known with the header
   };
 
   void takeIn(std::uint8_t byte, TimePoint now);

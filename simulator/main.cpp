@@ -105,7 +105,7 @@ void declareLine(CLI::App& app, Arguments& arguments) {
 
 void printFrame(Sender sender, const Bytes& frame) {
   std::ostringstream line;
-  line << (sender == Sender::kHost ? "host:" : "pod:");
+  line << (sender == Sender::Host ? "host:" : "pod:");
   for (const unsigned byte : frame) line << ' ' << byte;
   std::cerr << line.str() << std::endl;
 }

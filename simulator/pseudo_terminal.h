@@ -1,5 +1,5 @@
 // A serial line between this process and whoever opens its path: what one side writes the other
-// reads, unchanged. Throws std::system_error when the machine gives none.
+// reads, unchanged. Throws std::system_error when the system gives none.
 //
 // As on a real port, bytes that come while nobody has the path open are lost, and who opens it
 // finds it empty.
@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/posix/file_descriptor.h"
+#include "platform/linux/file_descriptor.h"
 
 namespace zendor::simulator {
 

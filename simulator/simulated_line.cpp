@@ -14,7 +14,7 @@ SimulatedLine::SimulatedLine(LineOptions options)
     : station_(std::move(options.pod), std::move(options.faults),
                options.isPaced ? kByteTime : std::chrono::nanoseconds{0},
                [this, onlooker = std::move(options.onlooker)](Sender sender, const Bytes& frame) {
-                 if (sender == Sender::kHost) {
+                 if (sender == Sender::Host) {
                    const std::lock_guard lock(mutex_);
                    requests_.push_back(frame);
                  }

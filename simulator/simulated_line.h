@@ -1,5 +1,5 @@
 // A serial line with a pod at its end, served by a thread of its own from construction to
-// destruction. Throws std::system_error when the machine gives no pseudo-terminal.
+// destruction. Throws std::system_error when the system gives no pseudo-terminal.
 #pragma once
 
 #include <map>

@@ -9,7 +9,7 @@
 namespace zendor {
 namespace {
 
-using testing::Bytes;
+using doubles::Bytes;
 
 TEST(TextToNumber, ReadsLenientlyUpToWhatEndsTheNumber) {
   const std::pair<const char*, double> rows[] = {
@@ -112,12 +112,12 @@ TEST(ByteText, CarriesEveryByteThereAndBackAndRefusesOtherCharacters) {
 }
 
 TEST(ErrorReports, NameTheRoutineAndTheErrorInTheRegionOfTheReader) {
-  testing::Machine machine;
-  ErrorReports reports(machine.desktop, {",", "\u2212"});
+  doubles::FakePlatform platform;
+  ErrorReports reports(platform.desktop, {",", "\u2212"});
   reports.Tool_ReportProgramError("LL_DRAVO_Send");
   reports.Tool_ReportUnhandledError({-12345, ""}, "LL_Serial_SendMessage");
-  EXPECT_EQ(machine.log,
-            (testing::Log{"(x) [Program Error] Error in LL_DRAVO_Send",
+  EXPECT_EQ(platform.log,
+            (doubles::Log{"(x) [Program Error] Error in LL_DRAVO_Send",
                           "(!) [Unhandled Error] Unhandled Error number \u221212345\r\n\r\n"
                           "Occured in LL_Serial_SendMessage"}));
 }

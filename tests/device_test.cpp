@@ -7,10 +7,10 @@
 namespace zendor {
 namespace {
 
-using testing::Bytes, testing::operator+;
+using doubles::Bytes, doubles::operator+;
 
 // The device has address 81 here and the host 7, so that no address can be a fixed one.
-class DeviceTest : public ::testing::Test, protected testing::Machine {
+class DeviceTest : public testing::Test, protected doubles::FakePlatform {
  protected:
   DeviceTest() { line.open(); }
 
@@ -98,7 +98,7 @@ TEST_F(DeviceTest, SendsNothingForAnArgumentThatDoesNotFit) {
       {transaction.LL_DRAVO_Send(notOfBytes),
        "The request holds an item that is not a number from 0 to 255"}};
   for (const auto& [result, reason] : refusals) EXPECT_EQ(result, "Error : " + reason);
-  EXPECT_EQ(log, testing::Log{"open"});
+  EXPECT_EQ(log, doubles::Log{"open"});
 }
 
 TEST_F(DeviceTest, ReadsTheIdentityFromTheRawBytesAndStartsTheSecondReadFromTheBuildCode) {

@@ -1,4 +1,4 @@
-// Doubles for the seams to the machine: a clock turned by hand, a line that plays a script, a
+// Doubles for the seams to the platform: a clock turned by hand, a line that plays a script, a
 // desktop and a form that record in one log what was asked of them. None of them takes real time.
 #pragma once
 
@@ -19,7 +19,7 @@
 #include "platform/form.h"
 #include "platform/serial_port.h"
 
-namespace zendor::testing {
+namespace zendor::doubles {
 
 using Bytes = std::vector<std::uint8_t>;
 using Log = std::vector<std::string>;
@@ -160,8 +160,8 @@ class RecordingForm final : public Form {
   Log& log_;
 };
 
-// The machine of a test: everything that the core asks for.
-struct Machine {
+// Everything that the core asks for.
+struct FakePlatform {
   Log log;
   HandClock clock;
   RecordingDesktop desktop{clock, log};
@@ -173,4 +173,4 @@ struct Machine {
   }
 };
 
-}  // namespace zendor::testing
+}  // namespace zendor::doubles

@@ -11,36 +11,36 @@
 namespace zendor {
 namespace {
 
-using testing::Bytes, testing::kDone, testing::kPoll, testing::operator+;
+using doubles::Bytes, doubles::kDone, doubles::kPoll, doubles::operator+;
 
 TEST(MessageWrite, SendsItsBytesOnceTheQueueHasDrainedAndStaleInputIsGone) {
-  testing::Machine machine;
-  testing::ScriptedLine& line = machine.line;
-  ErrorReports reports{machine.desktop, {}};
+  doubles::FakePlatform platform;
+  doubles::ScriptedLine& line = platform.line;
+  ErrorReports reports{platform.desktop, {}};
   FrameStores stores;
   stores.TxBuffer = {0, 13, 255};
   stores.RxCount = 7;
   line.open();
   line.unsent = 2;
-  machine.desktop.onPass = [&] {
+  platform.desktop.onPass = [&] {
     --line.unsent;
     line.waiting.push_back(9);     // noise during the wait
     stores.TxBuffer.push_back(9);  // the bytes are taken before it
   };
-  LL_Serial_SendMessage(line, stores, machine.desktop, reports);
-  EXPECT_EQ(machine.clock.now, 2U);
+  LL_Serial_SendMessage(line, stores, platform.desktop, reports);
+  EXPECT_EQ(platform.clock.now, 2U);
   EXPECT_EQ(stores.RxCount, 0U);
   EXPECT_TRUE(line.waiting.empty());
-  EXPECT_EQ(machine.log, (testing::Log{"open", "discard", "write"}));
+  EXPECT_EQ(platform.log, (doubles::Log{"open", "discard", "write"}));
   EXPECT_EQ(line.written, (std::vector<Bytes>{{0, 13, 255}}));
   line.writeError = PortError{-5, "Gone."};  // which is told, and nothing more
-  LL_Serial_SendMessage(line, stores, machine.desktop, reports);
-  EXPECT_TRUE(machine.log.back().ends_with("Gone.\r\nOccured in LL_Serial_SendMessage"));
+  LL_Serial_SendMessage(line, stores, platform.desktop, reports);
+  EXPECT_TRUE(platform.log.back().ends_with("Gone.\r\nOccured in LL_Serial_SendMessage"));
 }
 
 TEST(ReceivePoll, CompletesInTheCallThatStoresTheLastByte) {
-  testing::Machine machine;
-  machine.line.open();
+  doubles::FakePlatform platform;
+  platform.line.open();
   ReceiveStore store{};
   std::size_t count = 0;
   const std::tuple<Bytes, bool, std::size_t> rows[] = {
@@ -53,14 +53,14 @@ TEST(ReceivePoll, CompletesInTheCallThatStoresTheLastByte) {
       {Bytes(2000, 3), true, 1024},
       {{4}, true, 1024}};
   for (const auto& [bytes, complete, stored] : rows) {
-    machine.line.waiting = bytes;
-    EXPECT_EQ(LL_DRAVO_PollReceive(machine.line, store, 5, count), complete) << stored;
+    platform.line.waiting = bytes;
+    EXPECT_EQ(LL_DRAVO_PollReceive(platform.line, store, 5, count), complete) << stored;
     EXPECT_EQ(count, stored);
   }
   EXPECT_EQ(store[1023], 3);
   count = 0;
-  machine.line.waiting = kPoll + Bytes{1, 255, 80, 0} + Bytes(256, 0);  // the longest reply
-  EXPECT_TRUE(LL_DRAVO_PollReceive(machine.line, store, 5, count));
+  platform.line.waiting = kPoll + Bytes{1, 255, 80, 0} + Bytes(256, 0);  // the longest reply
+  EXPECT_TRUE(LL_DRAVO_PollReceive(platform.line, store, 5, count));
 }
 
 TEST(ReplyCheck, StopsAtTheFirstFaultAndLeavesTheReplyStoreAsFarAsItCame) {
@@ -107,7 +107,7 @@ TEST(ReplyText, FollowsItsFormat) {
     EXPECT_EQ(replyText(data, static_cast<ReplyFormat>(format), {",", "-"}), text) << format;
 }
 
-class TransactionTest : public ::testing::Test, protected testing::Machine {
+class TransactionTest : public testing::Test, protected doubles::FakePlatform {
  protected:
   TransactionTest() { line.open(); }
 
@@ -140,7 +140,7 @@ TEST_F(TransactionTest, EndsTheWaitWithTheLastByteOfAGoodReply) {
 
 TEST_F(TransactionTest, AsksAfterEveryTwoFailedAttemptsUntilTheUserDeclines) {
   for (int i = 0; i < 3; ++i) play(5, {});
-  play(5, testing::kBusy);
+  play(5, doubles::kBusy);
   desktop.answers = {MessageAnswer::Yes, MessageAnswer::No};
   command.promptOnFailure = true;
   EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Error : User aborted dravo command");
@@ -164,16 +164,16 @@ TEST_F(TransactionTest, ReversesTheReplyInTheStoreAndInTheText) {
 
 TEST_F(TransactionTest, EndsTheProgramForARequestWithoutHeaderOrAnUnknownFormat) {
   command.request = " ";
-  EXPECT_THROW(transaction.LL_DRAVO_Send(command), testing::ProgramEnded);
+  EXPECT_THROW(transaction.LL_DRAVO_Send(command), doubles::ProgramEnded);
   line.open();
   command.request = "254";
   command.replyFormat = static_cast<ReplyFormat>(6);
   play(5, kDone);
   EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Poll = OK");  // no data, no format
   play(5, {1, 1, 80, 0, 9, 165});
-  EXPECT_THROW(transaction.LL_DRAVO_Send(command), testing::ProgramEnded);
+  EXPECT_THROW(transaction.LL_DRAVO_Send(command), doubles::ProgramEnded);
   const std::string report = "(x) [Program Error] Error in LL_DRAVO_Send";
-  EXPECT_EQ(log, (testing::Log{"open", report, "close", "open", "discard", "write", "discard",
+  EXPECT_EQ(log, (doubles::Log{"open", report, "close", "open", "discard", "write", "discard",
                                "write", report, "close"}));
 }
 

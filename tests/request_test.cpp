@@ -6,9 +6,9 @@
 namespace zendor {
 namespace {
 
-using testing::Bytes, testing::Log, testing::operator+;
+using doubles::Bytes, doubles::Log, doubles::operator+;
 
-class RequestTest : public ::testing::Test, protected testing::Machine {
+class RequestTest : public testing::Test, protected doubles::FakePlatform {
  protected:
   RequestTest() {
     form.windowCaption = frmStartup::description().caption;
@@ -17,11 +17,11 @@ class RequestTest : public ::testing::Test, protected testing::Machine {
   }
 
   void playPod(const Bytes& buildCode) {
-    for (const Bytes& reply : {testing::kDone, buildCode, testing::k1234567}) play(5, reply);
+    for (const Bytes& reply : {doubles::kDone, buildCode, doubles::k1234567}) play(5, reply);
   }
   void click() { window.Control_Click({"cmdAccept"}); }
 
-  testing::RecordingForm form{log};
+  doubles::RecordingForm form{log};
   frmStartup window{form, line, desktop, clock, {}, {3, 10, 2}};
 };
 
@@ -33,18 +33,18 @@ TEST_F(RequestTest, StartsWithTheVersionInTheCaptionAndAnEmptyResult) {
   EXPECT_EQ(form.windowCaption, "Zendor Serial Number Extractor V3.10.2");
   window.Control_Click({"optCommPort", 1});
   EXPECT_EQ(log, kLoaded);
-  EXPECT_THROW(window.Form_Unload(), testing::ProgramEnded);
+  EXPECT_THROW(window.Form_Unload(), doubles::ProgramEnded);
 }
 
 TEST_F(RequestTest, AsksThePodOnTheChosenPortAndClosesIt) {
   form.selected = 2;
   line.closeError = PortError{5, "Stuck."};  // which nobody is told
-  playPod(testing::kCustomer);
+  playPod(doubles::kCustomer);
   click();
   EXPECT_EQ(line.configuration.portNumber, 3);
   EXPECT_EQ(line.configuration.settings, "9600,N,8,1");
   EXPECT_EQ(line.written,
-            (std::vector<Bytes>{testing::kPoll, testing::kBuildCode, testing::kSerial}));
+            (std::vector<Bytes>{doubles::kPoll, doubles::kBuildCode, doubles::kSerial}));
   EXPECT_EQ(log, (kStart + kTransaction + kTransaction + kTransaction +
                   Log{"Label1: C-1234567", "cmdAccept: enabled", "close"}));
 }
@@ -55,7 +55,7 @@ TEST_F(RequestTest, TellsOfAMissingPodOnceAndIsReadyForTheNextClick) {
   EXPECT_EQ(log, (kStart + kTransaction + kTransaction +
                   Log{"(x) [Error] You Must Attach The Zendor!", "close", "cmdAccept: enabled",
                       "cmdAccept: focused"}));
-  playPod(testing::kEngineer);
+  playPod(doubles::kEngineer);
   for (int i = 0; i < 2; ++i) line.script.insert(line.script.begin() + 1, {{{0, Bytes(3)}}});
   click();  // the first round for the build code fails
   EXPECT_EQ(log[log.size() - 3], "Label1: E-1234567");
@@ -63,13 +63,13 @@ TEST_F(RequestTest, TellsOfAMissingPodOnceAndIsReadyForTheNextClick) {
 
 TEST_F(RequestTest, EndsTheProgramWhenThePortDoesNotOpen) {
   line.openError = PortError{16, "Held."};
-  EXPECT_THROW(click(), testing::ProgramEnded);
+  EXPECT_THROW(click(), doubles::ProgramEnded);
   EXPECT_EQ(log, (kStart + Log{"[Error opening/closing Serial Port 1] Held.\r\nPlease free the "
                                "port or choose another"}));
   line.openError.reset();
   line.open();
   log.clear();
-  EXPECT_THROW(click(), testing::ProgramEnded);  // already open: ended without a word
+  EXPECT_THROW(click(), doubles::ProgramEnded);  // already open: ended without a word
   EXPECT_EQ(log, (Log{"cmdAccept: disabled", "Label1: "}));
 }
 

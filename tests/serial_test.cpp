@@ -10,11 +10,11 @@
 namespace zendor {
 namespace {
 
-using testing::Log;
+using doubles::Log;
 
 const std::string kAdvice = "\r\nPlease free the port or choose another";
 
-class SerialTest : public ::testing::Test, protected testing::Machine {
+class SerialTest : public testing::Test, protected doubles::FakePlatform {
  protected:
   SerialTest() { control.BaudRates = BaudRateList(); }
 
@@ -61,12 +61,12 @@ TEST_F(SerialTest, SwitchesThePortOnceAndShowsARefusalOnlyWhenAskedTo) {
 }
 
 TEST_F(SerialTest, ShutsDownPastAPortThatWillNotClose) {
-  EXPECT_THROW(control.Port_Shutdown(), testing::ProgramEnded);
+  EXPECT_THROW(control.Port_Shutdown(), doubles::ProgramEnded);
   line.open();
-  EXPECT_THROW(control.Port_Shutdown(), testing::ProgramEnded);
+  EXPECT_THROW(control.Port_Shutdown(), doubles::ProgramEnded);
   line.open();
   line.closeError = PortError{5, "Stuck."};
-  EXPECT_THROW(control.Port_Shutdown(), testing::ProgramEnded);
+  EXPECT_THROW(control.Port_Shutdown(), doubles::ProgramEnded);
   const std::string box = "[Error opening/closing Serial Port 0] Stuck." + kAdvice;
   const std::string warning = "(!) [Tarrow] PORT reset fail - please reset your HH PC!";
   EXPECT_EQ(log, (Log{"open", "close", "open", "close", box, warning}));

@@ -1,4 +1,4 @@
-# Installs by name what a Debian or Ubuntu machine lacks. Sourced by the scripts that need it.
+# Installs by name what a Debian system lacks. Sourced by the scripts that need it.
 
 # What building and running the program takes.
 build_packages=(cmake g++ ninja-build qt6-base-dev libcli11-dev fonts-liberation)

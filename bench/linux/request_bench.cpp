@@ -8,7 +8,7 @@
 #include <cstdlib>
 
 #include "app/frm_startup.h"
-#include "platform/posix/posix_serial_port.h"
+#include "platform/linux/linux_serial_port.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_form.h"
 #include "platform/shared/steady_clock.h"
@@ -55,7 +55,7 @@ double milliseconds(Time::duration duration) { return Milliseconds(duration).cou
 int main(int argc, char** argv) {
   if (argc != 3) return EXIT_FAILURE;
   const QApplication application(argc, argv);
-  zendor::PosixSerialPort port([&](int) { return std::optional<std::string>(argv[1]); });
+  zendor::LinuxSerialPort port([&](int) { return std::optional<std::string>(argv[1]); });
   const zendor::SteadyClock clock;
   zendor::QtForm form(zendor::frmStartup::description());
   TimedDesktop desktop(form.window());

@@ -16,9 +16,8 @@ namespace {
 constexpr double kSmallestPoints = 5;
 
 std::unique_ptr<QWidget> makeLabel(const FormControl& control, QWidget& client) {
-  const bool showsResult = control.singleBorder && control.highlightTextBackground;
-  auto label =
-      showsResult ? std::make_unique<ResultBox>(&client) : std::make_unique<QLabel>(&client);
+  auto label = control.kind == ControlKind::ResultBox ? std::make_unique<ResultBox>(&client)
+                                                      : std::make_unique<QLabel>(&client);
   label->setTextFormat(Qt::PlainText);
   if (control.centred) label->setAlignment(Qt::AlignCenter);
   return label;
@@ -43,6 +42,7 @@ std::unique_ptr<QWidget> makeWidget(const FormControl& control, QWidget& client)
     case ControlKind::PushButton:
       return makePushButton(client);
     case ControlKind::Label:
+    case ControlKind::ResultBox:
       break;
   }
   return makeLabel(control, client);

@@ -23,8 +23,8 @@ QString objectName(std::string_view name) {
   return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
 }
 
-// In the middle of the whole screen, as on every machine: a panel at an edge does not shift it. The
-// frame is not known before the window is shown; the style's title bar comes close.
+// In the middle of the whole screen, as on every platform: a panel at an edge does not shift it.
+// The frame is not known before the window is shown; the style's title bar comes close.
 void centreOnScreen(QWidget& window) {
   const int titleBar = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
   const QSize framed = window.sizeHint() + QSize(0, titleBar);
@@ -77,10 +77,10 @@ void QtForm::addMenu(const FormMenu& menu) {
   shown->setSeparatorsCollapsible(false);
   shown->setContentsMargins(0, kMenuMargin, 0, kMenuMargin);
   for (const auto& item : menu.items) {
-    if (item.caption == "-") {
+    if (item == "-") {
       shown->addSeparator();
     } else {
-      shown->addAction(QString::fromStdString(item.caption));
+      shown->addAction(QString::fromStdString(item));
     }
   }
 }
@@ -93,7 +93,7 @@ void QtForm::addControl(const FormControl& control, double dotsPerInch) {
 
 void QtForm::connectControl(const FormControl& control, QWidget& widget) {
   auto* const button = qobject_cast<QAbstractButton*>(&widget);
-  if (control.kind == ControlKind::OptionButton) groups_[control.group].addButton(button);
+  if (control.kind == ControlKind::OptionButton) optionButtons_.addButton(button);
   if (control.kind != ControlKind::PushButton) return;
   QObject::connect(button, &QAbstractButton::clicked,
                    [this, id = control.id] { events_->Control_Click(id); });

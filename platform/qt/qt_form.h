@@ -56,7 +56,7 @@ class QtForm final : public Form {
   QMenuBar menuBar_;
   QWidget client_;
   QVBoxLayout layout_;
-  std::map<int, QButtonGroup> groups_;
+  QButtonGroup optionButtons_;
   std::map<ControlId, std::unique_ptr<QWidget>> controls_;
   const QWidget* focusOwner_ = nullptr;  // a control that was disabled while it had the focus
 };

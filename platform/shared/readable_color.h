@@ -1,4 +1,4 @@
-// Text that stays readable on any background, by the same rule on every machine.
+// Text that stays readable on any background, by the same rule on every platform.
 #pragma once
 
 #include <cstdint>

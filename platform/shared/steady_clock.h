@@ -1,4 +1,4 @@
-// The tick counter of every machine that has the standard library.
+// The tick counter of every platform that has the standard library.
 #pragma once
 
 #include "platform/clock.h"

@@ -1,4 +1,4 @@
-// From twips to pixels, the same on every machine.
+// From twips to pixels, the same on every platform.
 #pragma once
 
 #include <cmath>

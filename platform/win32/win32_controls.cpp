@@ -22,7 +22,7 @@ struct ControlClass {
 // and copied and is read out under the name of the label before it. The Tab key passes it by, and
 // what is selected shows without the keyboard's focus.
 ControlClass classOfLabel(const FormControl& label) {
-  if (label.singleBorder) {
+  if (label.kind == ControlKind::ResultBox) {
     const DWORD alignment = label.centred ? ES_CENTER : ES_LEFT;
     return {WC_EDITW, WS_BORDER | ES_READONLY | ES_AUTOHSCROLL | ES_NOHIDESEL | alignment};
   }
@@ -33,6 +33,7 @@ ControlClass classOfLabel(const FormControl& label) {
 ControlClass classOf(const FormControl& control) {
   switch (control.kind) {
     case ControlKind::Label:
+    case ControlKind::ResultBox:
       return classOfLabel(control);
     case ControlKind::OptionButton:
       return {WC_BUTTONW,
@@ -43,6 +44,10 @@ ControlClass classOf(const FormControl& control) {
   return {};
 }
 
+bool takesKeyboard(const FormControl& control) {
+  return control.kind == ControlKind::OptionButton || control.kind == ControlKind::PushButton;
+}
+
 // Labels come first and as described, since a label names what follows it; then, by the tab index,
 // what takes the keyboard.
 std::vector<std::size_t> creationOrder(const std::vector<FormControl>& controls) {
@@ -50,7 +55,7 @@ std::vector<std::size_t> creationOrder(const std::vector<FormControl>& controls)
   std::iota(order.begin(), order.end(), 0U);
   std::ranges::stable_sort(order, {}, [&](std::size_t position) {
     const FormControl& control = controls[position];
-    return control.kind == ControlKind::Label ? -1 : control.tabIndex;
+    return takesKeyboard(control) ? control.tabIndex : -1;
   });
   return order;
 }
@@ -64,7 +69,7 @@ HMENU controlNumber(std::size_t position) {
 // The arrow keys move within a group, which ends where the next one starts.
 bool startsGroup(const FormControl& control, const FormControl* former) {
   return control.kind != ControlKind::OptionButton || former == nullptr ||
-         former->kind != ControlKind::OptionButton || former->group != control.group;
+         former->kind != ControlKind::OptionButton;
 }
 
 }  // namespace
@@ -105,9 +110,9 @@ HMENU createMenuBar(const std::vector<FormMenu>& menus) {
   const HMENU bar = CreateMenu();
   for (const FormMenu& menu : menus) {
     const HMENU popup = CreatePopupMenu();
-    for (const FormMenuItem& item : menu.items) {
-      const UINT kind = item.caption == "-" ? MF_SEPARATOR : MF_STRING;
-      AppendMenuW(popup, kind, 0, wideFromUtf8(item.caption).c_str());
+    for (const std::string& item : menu.items) {
+      const UINT kind = item == "-" ? MF_SEPARATOR : MF_STRING;
+      AppendMenuW(popup, kind, 0, wideFromUtf8(item).c_str());
     }
     AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(popup),
                 wideFromUtf8(menu.caption).c_str());

@@ -223,7 +223,7 @@ int Win32Form::defaultButtonNumber() const {
 
 // None: the colours of every label.
 HBRUSH Win32Form::colorLabel(HWND label, HDC context) const {
-  if (!described(GetDlgCtrlID(label)).highlightTextBackground) return nullptr;
+  if (label != valueBox_) return nullptr;
   const COLORREF background = GetSysColor(COLOR_HIGHLIGHTTEXT);
   const Rgb text = readableOn(rgbOf(background), rgbOf(GetSysColor(COLOR_WINDOWTEXT)));
   SetBkColor(context, background);

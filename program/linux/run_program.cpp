@@ -3,19 +3,14 @@
 #include <QApplication>
 
 #include "app/frm_startup.h"
-#include "platform/qt/port_tips.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_form.h"
 #include "platform/qt/qt_regional.h"
 #include "platform/shared/steady_clock.h"
+#include "program/linux/port_tips.h"
+#include "program/version.h"
 
 namespace zendor {
-
-namespace {
-
-constexpr Version kVersion{ZENDOR_VERSION_MAJOR, ZENDOR_VERSION_MINOR, ZENDOR_VERSION_REVISION};
-
-}  // namespace
 
 int runProgram(char* name, SerialPort& MSComm1, std::function<std::string(int index)> words) {
   // The menu belongs into the window; asking the desktop for another place takes a while.

@@ -1,4 +1,4 @@
-// The program on a given serial port: what all who show its window on this machine have in common.
+// The program on a given serial port: what all who show its window on Linux have in common.
 #pragma once
 
 #include <functional>

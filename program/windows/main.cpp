@@ -7,6 +7,7 @@
 #include "platform/win32/win32_form.h"
 #include "platform/win32/win32_regional.h"
 #include "platform/win32/win32_serial_port.h"
+#include "program/version.h"
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   using namespace zendor;
@@ -14,7 +15,6 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   Win32SerialPort port;
   Win32Desktop desktop(form.calls());
   const SteadyClock clock;
-  frmStartup startup(form, port, desktop, clock, userRegional(),
-                     {ZENDOR_VERSION_MAJOR, ZENDOR_VERSION_MINOR, ZENDOR_VERSION_REVISION});
+  frmStartup startup(form, port, desktop, clock, userRegional(), kVersion);
   form.run(startup);
 }

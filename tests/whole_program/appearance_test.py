@@ -1,12 +1,12 @@
 #!/usr/bin/python3
-"""How the window looks at every density and in every theme, on the machine that machine.py names."""
+"""How the window looks at every density and in every theme, on the platform that its first argument names."""
 
 import sys
 import unittest
 
 from captions import BUTTON, HEADING, OPTIONS
 from layout import HEIGHT, PLACES, WIDTH
-from machine import Pod, this_machine
+from platform_under_test import Pod, this_platform
 from picture import Picture, finished_picture
 from screen import output_of, wait_for
 
@@ -33,14 +33,14 @@ def contrast(one, other):
 class Appearance(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.machine = this_machine()
-        cls.addClassCleanup(cls.machine.remove)
+        cls.platform = this_platform()
+        cls.addClassCleanup(cls.platform.remove)
 
     def test_keeps_its_layout_and_every_text_whole_at_every_density(self):
-        for settings in self.machine.densities:
-            self.machine.set_up(**settings)
+        for settings in self.platform.densities:
+            self.platform.set_up(**settings)
             with self.subTest(**settings), Pod("--serial-number", "16777215") as pod:
-                with self.machine.user(pod.device) as user:
+                with self.platform.user(pod.device) as user:
                     user.press("space")
                     result = user.wait_for_result()
                     user.wait_until_ready()
@@ -94,9 +94,9 @@ class Appearance(unittest.TestCase):
             ((255, 255, 255), (0, 0, 0)), ((0, 0, 0), (0, 0, 0)), ((120, 120, 120), (100, 100, 100)),
             ((255, 255, 255), (130, 130, 130)),  # hardly
         ]:
-            self.machine.set_up(colors=(background, text))
+            self.platform.set_up(colors=(background, text))
             with self.subTest(background=background, text=text), Pod() as pod:
-                with self.machine.user(pod.device) as user:
+                with self.platform.user(pod.device) as user:
                     user.press("space")
                     user.wait_for_result()
 

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The whole program as a user meets it, on the machine that machine.py names: the real window, the
+"""The whole program as a user meets it, on the platform that its first argument names: the real window, the
 real port service on a pseudo-terminal, and a simulated pod."""
 
 import re
@@ -9,7 +9,7 @@ import time
 import unittest
 
 from captions import BUTTON, OPTIONS
-from machine import VERSION, Pod, this_machine, wait_until_held
+from platform_under_test import VERSION, Pod, this_platform, wait_until_held
 from picture import finished_picture
 from screen import output_of, xdotool
 from simulated_pod import BUILD_CODE, POLL, SERIAL, SLOW, WHOLE_REQUEST
@@ -21,11 +21,11 @@ FAULTY = ("Error", "You Zendor maybe Faulty", "red")
 class Request(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        cls.machine = this_machine()
-        cls.addClassCleanup(cls.machine.remove)
-        cls.machine.set_up()
+        cls.platform = this_platform()
+        cls.addClassCleanup(cls.platform.remove)
+        cls.platform.set_up()
 
-    user = property(lambda self: self.machine.user)
+    user = property(lambda self: self.platform.user)
 
     def assert_box(self, box, title, text, sign):
         """The text is a pattern, the sign's colour red for a stop and yellow for a warning."""
@@ -149,9 +149,9 @@ class Request(unittest.TestCase):
             self.assertEqual(pod.requests(), twice)
 
     def test_a_request_goes_on_while_the_user_holds_the_window(self):
-        self.addCleanup(self.machine.set_up)
-        for settings, hold in self.machine.holds:
-            self.machine.set_up(**settings)
+        self.addCleanup(self.platform.set_up)
+        for settings, hold in self.platform.holds:
+            self.platform.set_up(**settings)
             for options in (("--no-pod",), SLOW):
                 with self.subTest(hold.__name__, options=options), Pod(*options) as pod:
                     with self.user(pod.device) as user:
@@ -183,7 +183,7 @@ class Request(unittest.TestCase):
 
     def test_says_why_a_port_does_not_open_and_ends(self):
         with Pod() as pod:
-            rows, holder = self.machine.refusals(pod.device)
+            rows, holder = self.platform.refusals(pod.device)
             for devices, reason in rows:
                 with self.subTest(reason), self.user(*devices) as user:
                     user.click(OPTIONS[1])
@@ -221,7 +221,7 @@ class Request(unittest.TestCase):
                     pod.process.kill()
                     for _ in range(attempts - pod.requests().count(request)):
                         box = user.box()
-                        refusal = self.machine.write_refusal
+                        refusal = self.platform.write_refusal
                         self.assert_box(box, "Unhandled Error", refusal, "yellow")
                         user.answer()
                     box = user.box()

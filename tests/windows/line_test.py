@@ -14,7 +14,7 @@ import threading
 import tty
 import unittest
 
-from windows_machine import Windows
+from windows_platform import Windows
 
 TCGETS2 = 0x802C542A
 

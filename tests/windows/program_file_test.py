@@ -11,7 +11,7 @@ import sys
 import unittest
 import zipfile
 
-from machine import SOURCES, VERSION
+from platform_under_test import SOURCES, VERSION
 from screen import output_of
 
 BUILD = pathlib.Path(sys.argv[2])

@@ -10,7 +10,7 @@ cmake --preset windows
 cmake --build --preset windows
 cpack --config build/windows/CPackConfig.cmake -B build/windows
 
-# The pod is a program of this machine.
+# The simulated pod is a Linux program.
 cmake --preset release
 cmake --build --preset release --target zendor-pod-simulator
 
@@ -22,7 +22,6 @@ wineboot --init >/dev/null 2>&1
 ctest --preset windows
 
 for test in windows/program_file windows/line whole_program/request whole_program/appearance; do
-  PYTHONPATH=tools:tests/windows:tests/whole_program PYTHONDONTWRITEBYTECODE=1 \
-    tools/virtual_screen.sh "tests/${test}_test.py" \
+  hands/virtual_screen.sh "tests/${test}_test.py" \
     windows build/windows build/release/simulator/zendor-pod-simulator
 done

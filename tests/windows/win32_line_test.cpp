@@ -1,5 +1,5 @@
 // The line of the Windows program on the port COM1, behind which everything written comes back.
-// COM0 is a number that no machine gives to a port.
+// COM0 is a number that no computer gives to a port.
 #include <gtest/gtest.h>
 #include <windows.h>
 

@@ -15,7 +15,7 @@
 #include <cstdlib>
 #include <tuple>
 
-#include "platform/posix/posix_serial_port.h"
+#include "platform/linux/linux_serial_port.h"
 
 namespace {
 
@@ -85,11 +85,11 @@ extern "C" int ioctl(int line, unsigned long request, ...) noexcept {
 namespace zendor {
 namespace {
 
-TEST(PosixDriver, IsSetUpByTheOpenAndLeftAsItWasByTheClose) {
+TEST(LinuxDriver, IsSetUpByTheOpenAndLeftAsItWasByTheClose) {
   const FileDescriptor farEnd(::posix_openpt(O_RDWR | O_NOCTTY));
   ::unlockpt(farEnd.number());
   std::string device = ::ptsname(farEnd.number());
-  PosixSerialPort port{[&](int) { return device; }};
+  LinuxSerialPort port{[&](int) { return device; }};
   port.configuration.settings = "9600,N,8,1";
   constexpr int kBoth = TIOCM_DTR | TIOCM_RTS;
   const struct {

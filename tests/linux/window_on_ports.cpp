@@ -1,15 +1,15 @@
 // The program on the devices that its arguments name, the first one as Serial Port 1, in place of
-// the machine's own.
+// the computer's own.
 #include <filesystem>
 #include <string>
 #include <vector>
 
-#include "platform/posix/posix_serial_port.h"
+#include "platform/linux/linux_serial_port.h"
 #include "program/linux/run_program.h"
 
 int main(int argc, char** argv) {
   const std::vector<std::string> devices(argv + 1, argv + argc);
-  zendor::PosixSerialPort port([&](int number) -> std::optional<std::string> {
+  zendor::LinuxSerialPort port([&](int number) -> std::optional<std::string> {
     const auto index = static_cast<std::size_t>(number) - 1;
     return index < devices.size() ? std::optional(devices[index]) : std::nullopt;
   });

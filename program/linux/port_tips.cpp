@@ -1,4 +1,4 @@
-#include "platform/qt/port_tips.h"
+#include "program/linux/port_tips.h"
 
 #include <QEvent>
 #include <QTextDocument>
@@ -15,11 +15,11 @@ constexpr std::chrono::milliseconds kSecondLook{300};
 PortTips::PortTips(const QWidget& window, Words words)
     : choices_(window.findChildren<QRadioButton*>()), words_(std::move(words)) {
   for (auto* choice : choices_) choice->installEventFilter(this);
-  // A device goes from its folder before the machine has forgotten the port: a second look is due.
+  // A device goes from its folder before the system has forgotten the port: a second look is due.
   connect(&devices_, &QFileSystemWatcher::directoryChanged, this, &PortTips::refresh);
   connect(&devices_, &QFileSystemWatcher::directoryChanged, [this] { later_.start(kSecondLook); });
   devices_.addPath(kDeviceFolder);
-  // Asking the machine takes longer than showing the window, which need not wait for it.
+  // Asking the system takes longer than showing the window, which need not wait for it.
   connect(&later_, &QTimer::timeout, this, &PortTips::refresh);
   later_.setSingleShot(true);
   later_.start();

@@ -26,7 +26,7 @@ USUAL, LARGE = ((height + "ffffff" + FACE).ljust(184, "0") for height in ("f5", 
 
 class Windows:
     """COM1 to COM4 are links in a folder, so that a test puts a device behind a number while Windows
-    runs. All four are named: Wine gives free numbers to the real ports of the machine."""
+    runs. All four are named: Wine gives free numbers to the real ports of the computer."""
 
     densities = [{"density": density} for density in (96, 120, 144, 192)]
     densities.append({"density": 96, "font": LARGE})
@@ -121,7 +121,7 @@ class Reader:
 
     def __init__(self, windows):
         self.process = windows.start(
-            "tests/windows/window_reader.exe",
+            "hands/window_reader.exe",
             stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, encoding="utf-8",
         )
 

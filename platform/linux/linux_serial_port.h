@@ -11,20 +11,20 @@
 #include <span>
 #include <string>
 
-#include "platform/posix/file_descriptor.h"
+#include "platform/linux/file_descriptor.h"
 #include "platform/serial_port.h"
 
 namespace zendor {
 
-class PosixSerialPort final : public SerialPort {
+class LinuxSerialPort final : public SerialPort {
  public:
   // The path of a port's device; none when there is no such port. Asked at every open.
   using DeviceOfPort = std::function<std::optional<std::string>(int portNumber)>;
 
   // In the lock folder other programs tell by a file that they hold a port.
-  explicit PosixSerialPort(DeviceOfPort deviceOfPort,
+  explicit LinuxSerialPort(DeviceOfPort deviceOfPort,
                            std::filesystem::path lockFolder = "/var/lock");
-  ~PosixSerialPort() override;
+  ~LinuxSerialPort() override;
 
   bool isOpen() const override;
   void open() override;

@@ -1,4 +1,4 @@
-#include "platform/posix/posix_serial_port.h"
+#include "platform/linux/linux_serial_port.h"
 
 #include <asm/termbits.h>
 #include <fcntl.h>
@@ -14,9 +14,9 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/posix/port_errors.h"
-#include "platform/posix/port_holders.h"
-#include "platform/posix/pseudo_terminal.h"
+#include "platform/linux/port_errors.h"
+#include "platform/linux/port_holders.h"
+#include "platform/linux/pseudo_terminal.h"
 #include "platform/shared/line_settings.h"
 
 namespace zendor {
@@ -126,14 +126,14 @@ std::size_t countOf(int line, unsigned long request) {
 
 }  // namespace
 
-PosixSerialPort::PosixSerialPort(DeviceOfPort deviceOfPort, fs::path lockFolder)
+LinuxSerialPort::LinuxSerialPort(DeviceOfPort deviceOfPort, fs::path lockFolder)
     : deviceOfPort_(std::move(deviceOfPort)), lockFolder_(std::move(lockFolder)) {}
 
-PosixSerialPort::~PosixSerialPort() { PosixSerialPort::close(); }
+LinuxSerialPort::~LinuxSerialPort() { LinuxSerialPort::close(); }
 
-bool PosixSerialPort::isOpen() const { return line_.isOpen(); }
+bool LinuxSerialPort::isOpen() const { return line_.isOpen(); }
 
-void PosixSerialPort::open() {
+void LinuxSerialPort::open() {
   const int baud = baudRateOfSettings(configuration.settings, EINVAL);
   const auto device = deviceOfPort_(configuration.portNumber);
   if (!device) throw absentPort(configuration.portNumber);
@@ -155,25 +155,25 @@ void PosixSerialPort::open() {
 }
 
 // The kernel frees a device that is gone like any other: there is nothing to refuse.
-void PosixSerialPort::close() {
+void LinuxSerialPort::close() {
   if (!isOpen()) return;
   if (std::exchange(setLowLatency_, false)) switchLowLatency(line_.number(), false);
   ::ioctl(line_.number(), TIOCNXCL);  // the device lives on where another program has it open too
   line_ = FileDescriptor();
 }
 
-std::size_t PosixSerialPort::bytesWaiting() { return countOf(line_.number(), FIONREAD); }
+std::size_t LinuxSerialPort::bytesWaiting() { return countOf(line_.number(), FIONREAD); }
 
-std::span<const std::uint8_t> PosixSerialPort::readAll() {
+std::span<const std::uint8_t> LinuxSerialPort::readAll() {
   const ssize_t count = ::read(line_.number(), received_.data(), received_.size());
   return std::span(received_).first(count > 0 ? static_cast<std::size_t>(count) : 0);
 }
 
-void PosixSerialPort::discardWaiting() { ::ioctl(line_.number(), TCFLSH, TCIFLUSH); }
+void LinuxSerialPort::discardWaiting() { ::ioctl(line_.number(), TCFLSH, TCIFLUSH); }
 
-std::size_t PosixSerialPort::bytesToSend() { return countOf(line_.number(), TIOCOUTQ); }
+std::size_t LinuxSerialPort::bytesToSend() { return countOf(line_.number(), TIOCOUTQ); }
 
-void PosixSerialPort::write(std::span<const std::uint8_t> bytes) {
+void LinuxSerialPort::write(std::span<const std::uint8_t> bytes) {
   const ssize_t count = ::write(line_.number(), bytes.data(), bytes.size());
   if (count < 0 && errno != EAGAIN) throw refusedCall(device_, errno);
   if (std::cmp_less(count, bytes.size())) throw unfinishedWrite(device_);

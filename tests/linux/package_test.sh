@@ -2,7 +2,7 @@
 # Makes the Debian package, reads it as a distribution does, installs it, starts the installed
 # program, and removes it again.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 . tools/packages.sh
 
 package=zendor-serial-extractor
@@ -60,8 +60,8 @@ check_installed() {
   dpkg --listfiles "$package" | while read -r path; do [ -d "$path" ] || echo "$path"; done |
     diff <(expected_files | sort) <(sort) || fail 'it does not bring what it should'
   [ "$(command -v "$(entry Exec)")" = "/usr/bin/$package" ] || fail 'another program hides it'
-  PYTHONPATH=tools PYTHONDONTWRITEBYTECODE=1 tools/virtual_screen.sh \
-    tests/whole_program/installed_program_test.py "$(entry Exec)"
+  hands/virtual_screen.sh \
+    tests/linux/installed_program_test.py "$(entry Exec)"
 }
 
 remove_package() {

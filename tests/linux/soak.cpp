@@ -12,7 +12,7 @@
 #include <utility>
 
 #include "app/frm_startup.h"
-#include "platform/posix/posix_serial_port.h"
+#include "platform/linux/linux_serial_port.h"
 #include "platform/shared/steady_clock.h"
 #include "simulator/simulated_line.h"
 
@@ -63,14 +63,14 @@ struct Strike {
 
 Strike randomStrike(std::mt19937& random) {
   static constexpr Fault kQuick[] = {
-      Fault::kExtraByte, Fault::kWrongChecksum, Fault::kWrongSource,  Fault::kWrongDestination,
-      Fault::kBusy,      Fault::kNak,           Fault::kUnknownHeader};
-  static constexpr Fault kSlow[] = {Fault::kDead, Fault::kPartialEcho, Fault::kEchoOnly,
-                                    Fault::kShortReply, Fault::kTruncatedReply};
+      Fault::ExtraByte, Fault::WrongChecksum, Fault::WrongSource,  Fault::WrongDestination,
+      Fault::Busy,      Fault::Nak,           Fault::UnknownHeader};
+  static constexpr Fault kSlow[] = {Fault::Dead, Fault::PartialEcho, Fault::EchoOnly,
+                                    Fault::ShortReply, Fault::TruncatedReply};
   static constexpr std::uint8_t kHeaders[] = {254, 192, 242};
   const auto oneOf = [&](const auto& choices) { return choices[random() % std::size(choices)]; };
   const std::uint8_t header = oneOf(kHeaders);
-  if (random() % 2 == 0) return {{Fault::kNone, header, 1}, "C-1234567"};
+  if (random() % 2 == 0) return {{Fault::None, header, 1}, "C-1234567"};
   if (random() % 40 == 0) return {{oneOf(kSlow), header, 1}, "C-1234567"};
   const Fault fault = oneOf(kQuick);
   if (random() % 2 == 0) return {{fault, header, 1}, "C-1234567"};
@@ -85,7 +85,7 @@ struct Program {
     window.Form_Load();
   }
 
-  zendor::PosixSerialPort port;
+  zendor::LinuxSerialPort port;
   SoakDesktop desktop;
   SoakForm form{desktop.shown};
   zendor::SteadyClock clock;

@@ -1,4 +1,4 @@
-"""The machine that the whole program is tried on, and a pod for it.
+"""The platform that the whole program is tried on, and a pod for it.
 
 A test is started with "linux" and the window on given ports, or with "windows" and the folder where
 that program was built; then with the simulator.
@@ -14,18 +14,18 @@ import sys
 from screen import wait_for
 from simulated_pod import SimulatedPod
 
-SOURCES = pathlib.Path(__file__).resolve().parents[2]
+SOURCES = pathlib.Path(__file__).resolve().parents[1]
 VERSION = re.search(r"VERSION (\d+\.\d+\.\d+)", (SOURCES / "CMakeLists.txt").read_text())[1]
 
 Pod = functools.partial(SimulatedPod, sys.argv[3])
 
 
-def this_machine():
+def this_platform():
     if sys.argv[1] == "windows":
-        from windows_machine import Windows
+        from windows_platform import Windows
 
         return Windows(sys.argv[2])
-    from linux_machine import Linux
+    from linux_platform import Linux
 
     return Linux(sys.argv[2])
 

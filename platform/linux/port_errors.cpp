@@ -1,4 +1,4 @@
-#include "platform/posix/port_errors.h"
+#include "platform/linux/port_errors.h"
 
 #include <grp.h>
 #include <sys/stat.h>

@@ -11,32 +11,32 @@
 namespace zendor {
 namespace {
 
-using simulator::Fault, simulator::TimePoint, testing::Bytes;
+using simulator::Fault, simulator::TimePoint, doubles::Bytes;
 
 // The headers that go out for a request, what a person sees of it, and how it leaves the program.
 std::string request(const simulator::FaultRule& rule) {
-  testing::Machine machine;
-  testing::RecordingForm form(machine.log);
+  doubles::FakePlatform platform;
+  doubles::RecordingForm form(platform.log);
   simulator::LineStation station(simulator::Pod{}, {{rule}}, simulator::kByteTime);
-  machine.line.respond = [&](auto bytes) {
-    const TimePoint now{std::chrono::milliseconds(machine.clock.now)};
-    testing::ScriptedLine::Pieces pieces;
+  platform.line.respond = [&](auto bytes) {
+    const TimePoint now{std::chrono::milliseconds(platform.clock.now)};
+    doubles::ScriptedLine::Pieces pieces;
     for (const auto& [due, delivered] : station.receive(bytes, now))
       pieces.emplace(std::chrono::duration<double, std::milli>(due - now).count(), delivered);
     return pieces;
   };
-  frmStartup window(form, machine.line, machine.desktop, machine.clock, {}, {});
+  frmStartup window(form, platform.line, platform.desktop, platform.clock, {}, {});
   window.Form_Load();
   std::string end;
   try {
     window.Control_Click({"cmdAccept"});
-  } catch (const testing::ProgramEnded&) {
+  } catch (const doubles::ProgramEnded&) {
     end = ", ended";
   }
-  if (machine.line.isOpen()) end += ", open";
+  if (platform.line.isOpen()) end += ", open";
   std::string headers, shown;
-  for (const Bytes& frame : machine.line.written) headers += std::to_string(frame[3]) + " ";
-  for (const std::string& entry : machine.log) {
+  for (const Bytes& frame : platform.line.written) headers += std::to_string(frame[3]) + " ";
+  for (const std::string& entry : platform.log) {
     if (entry.starts_with("(x) ") || entry.starts_with("Label1: ")) shown = entry;
   }
   return headers + shown + end;
@@ -46,12 +46,12 @@ enum Harm { kNone, kOneAttempt, kBothAttempts, kEveryAttempt };
 
 // times: how often the fault strikes; none: always.
 Harm harmOf(Fault fault, std::optional<unsigned> times) {
-  if (fault == Fault::kNone || fault == Fault::kByteByByte) return kNone;
+  if (fault == Fault::None || fault == Fault::ByteByByte) return kNone;
   // It comes within the second attempt, which takes it for its answer, as it may.
-  if (fault == Fault::kLateReply) return kOneAttempt;
+  if (fault == Fault::LateReply) return kOneAttempt;
   if (!times) return kEveryAttempt;
   // The rest of the longer reply comes within the second attempt.
-  return *times == 2 || fault == Fault::kGarbageBefore ? kBothAttempts : kOneAttempt;
+  return *times == 2 || fault == Fault::GarbageBefore ? kBothAttempts : kOneAttempt;
 }
 
 const char* const kGood = "254 192 242 Label1: C-1234567";

@@ -1,4 +1,4 @@
-// Which device is "Serial Port n": the machine's real ports in the order in which a person counts
+// Which device is "Serial Port n": the computer's real ports in the order in which a person counts
 // them. Nothing is remembered between two questions, so that an adapter plugged in later is found.
 #pragma once
 
@@ -12,7 +12,7 @@ class PortDevices {
  public:
   explicit PortDevices(std::filesystem::path sysfs = "/sys");
 
-  // "/dev/ttyUSB0"; none when the machine has fewer ports. The first port is number 1.
+  // "/dev/ttyUSB0"; none when the computer has fewer ports. The first port is number 1.
   std::optional<std::string> deviceOfPort(int portNumber) const;
 
   // For people: "/dev/ttyUSB0, USB-Serial Controller", or that there is no such port.

@@ -4,7 +4,7 @@ import fcntl
 import pathlib
 import tempfile
 
-from user import User
+from linux_user import User
 
 # Groups that make the toolkit believe a file of colours, and those of the result box.
 COLORS = """[Colors:Button]

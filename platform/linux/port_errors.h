@@ -1,4 +1,4 @@
-// The machine's refusals in words: absent, busy, forbidden, not a serial port and gone are kept
+// The system's refusals in words: absent, busy, forbidden, not a serial port and gone are kept
 // apart, and each says what to do next. For anything else the system's own text stands.
 #pragma once
 

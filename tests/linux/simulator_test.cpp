@@ -6,14 +6,14 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "platform/posix/posix_serial_port.h"
+#include "platform/linux/linux_serial_port.h"
 #include "tests/doubles.h"
 
 namespace zendor::simulator {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::k1234567, testing::kDone, testing::kPoll, testing::kSerial, testing::operator+;
+using doubles::k1234567, doubles::kDone, doubles::kPoll, doubles::kSerial, doubles::operator+;
 
 const Bytes kRefusal{1, 0, 80, 5, 170};
 
@@ -82,7 +82,7 @@ TEST(SimulatorTest, EachFaultSpoilsTheExchangeByItsOwnBytesAndTimes) {
       {"wrong-checksum", kSerial + cut + Bytes{60}, 8, 0ms},
       {"wrong-destination", kSerial + toTwo, 8, 0ms},
       {"wrong-source", kSerial + from81, 8, 0ms},
-      {"busy", kSerial + testing::kBusy, 5, 0ms},
+      {"busy", kSerial + doubles::kBusy, 5, 0ms},
       {"nak", kSerial + kRefusal, 5, 0ms},
       {"unknown-header", kSerial + Bytes{1, 0, 80, 7, 168}, 5, 0ms},
       {"late-reply", kSerial + k1234567, 8, 1200ms},
@@ -104,7 +104,7 @@ TEST(SimulatorTest, AFaultStrikesItsHeaderAsOftenAsToldAndTheNextRuleFollows) {
   LineStation station = stationWith({"none:254:1", "busy:254:2", "no-echo:254:1", "nak:251"});
   const Bytes changeAddress{80, 1, 1, 251, 81, 98};  // refused, and so not carried out
   for (const Bytes& expected :
-       {kPoll + kDone, kPoll + testing::kBusy, kPoll + testing::kBusy, kDone, kPoll + kDone}) {
+       {kPoll + kDone, kPoll + doubles::kBusy, kPoll + doubles::kBusy, kDone, kPoll + kDone}) {
     EXPECT_EQ(received(station.receive(kSerial, {})), kSerial + k1234567);
     EXPECT_EQ(received(station.receive(changeAddress, {})), changeAddress + kRefusal);
     EXPECT_EQ(received(station.receive(kPoll, {})), expected);
@@ -147,17 +147,17 @@ TEST(SimulatorTest, AGapEndsARequestThatIsNotWhole) {
 
 TEST(SimulatedLineTest, KeepsThePaceOfTheLineAndRecordsTheRequests) {
   const SimulatedLine line;
-  PosixSerialPort port{[&](int) { return line.device(); }};
+  LinuxSerialPort port{[&](int) { return line.device(); }};
   port.configuration.settings = "9600,N,8,1";
   port.open();
   const auto start = std::chrono::steady_clock::now();
   port.write(kSerial);
-  EXPECT_TRUE(testing::comesTrue([&] { return port.bytesWaiting() == 13; }));
+  EXPECT_TRUE(doubles::comesTrue([&] { return port.bytesWaiting() == 13; }));
   EXPECT_GE(std::chrono::steady_clock::now() - start, 13 * kByteTime);
   EXPECT_TRUE(std::ranges::equal(port.readAll(), kSerial + k1234567));
   const Bytes wrongChecksum{80, 0, 1, 254, 0};
   port.write(wrongChecksum);
-  EXPECT_TRUE(testing::comesTrue([&] { return line.requests().size() == 2; }));
+  EXPECT_TRUE(doubles::comesTrue([&] { return line.requests().size() == 2; }));
   EXPECT_EQ(line.requests(), (std::vector<Bytes>{kSerial, wrongChecksum}));
 }
 

@@ -1,4 +1,4 @@
-"""A user of the program, whatever machine its window is on: acts with the screen's own mouse and
+"""A user of the program, whatever platform its window is on: acts with the screen's own mouse and
 keyboard, and is patient with what there is to see."""
 
 import collections
@@ -13,7 +13,7 @@ Box = collections.namedtuple("Box", "title text buttons inside")
 
 
 class AnyUser:
-    """Kills the program at the end of a with block. What the window shows is seen by each machine's
+    """Kills the program at the end of a with block. What the window shows is seen by each platform's
     own eyes: title(), client_place(), menu_bar(), place(caption), is_enabled(caption),
     is_selected(caption), result(), result_place(), focused() and find_box(). A place is left, top,
     right and bottom on the screen; what is not there is None."""

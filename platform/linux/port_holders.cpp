@@ -1,4 +1,4 @@
-#include "platform/posix/port_holders.h"
+#include "platform/linux/port_holders.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -10,7 +10,7 @@
 #include <memory>
 #include <system_error>
 
-#include "platform/posix/pseudo_terminal.h"
+#include "platform/linux/pseudo_terminal.h"
 
 namespace zendor {
 

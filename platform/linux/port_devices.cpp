@@ -1,4 +1,4 @@
-#include "platform/posix/port_devices.h"
+#include "platform/linux/port_devices.h"
 
 #include <fcntl.h>
 
@@ -10,7 +10,7 @@
 #include <tuple>
 #include <utility>
 
-#include "platform/posix/file_descriptor.h"
+#include "platform/linux/file_descriptor.h"
 
 namespace zendor {
 

@@ -7,7 +7,7 @@ Usage: installed_program_test.py PROGRAM
 import sys
 
 from captions import BUTTON
-from user import User
+from linux_user import User
 
 with User([sys.argv[1]]) as user:
     assert user.is_enabled(BUTTON)

@@ -16,25 +16,25 @@
 #include <iostream>
 #include <numeric>
 
-#include "platform/posix/port_devices.h"
-#include "platform/posix/posix_serial_port.h"
+#include "platform/linux/linux_serial_port.h"
+#include "platform/linux/port_devices.h"
 #include "tests/doubles.h"
 
 namespace zendor {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::Bytes, testing::comesTrue;
+using doubles::Bytes, doubles::comesTrue;
 
-// A port whose number 1 is a pseudo-terminal, and a folder that stands for the machine's.
-class PosixLine : public ::testing::Test {
+// A port whose number 1 is a pseudo-terminal, and a folder that stands for the system's.
+class LinuxLine : public testing::Test {
  public:
-  PosixLine() {
+  LinuxLine() {
     fs::create_directories(folder);
     connect();
     port.configuration = {.portNumber = 1, .settings = "9600,N,8,1"};
   }
-  ~PosixLine() override { fs::remove_all(folder); }
+  ~LinuxLine() override { fs::remove_all(folder); }
 
   void connect() {
     farEnd = FileDescriptor(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK));
@@ -81,11 +81,11 @@ class PosixLine : public ::testing::Test {
   const fs::path folder = fs::temp_directory_path() / ("line_test." + std::to_string(::getpid()));
   FileDescriptor farEnd;
   std::string device;
-  PosixSerialPort port{
+  LinuxSerialPort port{
       [this](int number) { return number == 1 ? std::optional(device) : std::nullopt; }, folder};
 };
 
-TEST_F(PosixLine, CountsTheRealPortsOnBoardFirstThenAdaptersByNumber) {
+TEST_F(LinuxLine, CountsTheRealPortsOnBoardFirstThenAdaptersByNumber) {
   const std::pair<const char*, const char*> files[] = {
       {"usb/idVendor", "1d6b"},      {"usb/product", "Hub"},
       {"usb/1/idVendor", "067b"},    {"usb/1/product", "USB-Serial Controller"},
@@ -112,7 +112,7 @@ TEST_F(PosixLine, CountsTheRealPortsOnBoardFirstThenAdaptersByNumber) {
     EXPECT_EQ(devices.describePort(number++), expected);
 }
 
-TEST_F(PosixLine, CarriesEveryByteValueUnchangedBothWaysAndDiscardsWhatWaits) {
+TEST_F(LinuxLine, CarriesEveryByteValueUnchangedBothWaysAndDiscardsWhatWaits) {
   Bytes bytes(256), received;
   std::iota(bytes.begin(), bytes.end(), std::uint8_t{0});
   port.configuration.settings = "256000,N,8,1";  // a rate that has no name
@@ -136,7 +136,7 @@ TEST_F(PosixLine, CarriesEveryByteValueUnchangedBothWaysAndDiscardsWhatWaits) {
   EXPECT_EQ(port.bytesWaiting(), 0U);
 }
 
-TEST_F(PosixLine, ALineThatIsGoneHasNothingRefusesWritesAndIsFreedByItsClose) {
+TEST_F(LinuxLine, ALineThatIsGoneHasNothingRefusesWritesAndIsFreedByItsClose) {
   port.open();
   const std::string start = "The serial port " + device;
   for (int i = 0; i < 2; ++i)  // more than the line takes at once, and then none of it
@@ -159,7 +159,7 @@ TEST_F(PosixLine, ALineThatIsGoneHasNothingRefusesWritesAndIsFreedByItsClose) {
   sendFromFarEnd({7});
 }
 
-TEST_F(PosixLine, TellsAbsentUnsuitableAndWronglySetPortsApart) {
+TEST_F(LinuxLine, TellsAbsentUnsuitableAndWronglySetPortsApart) {
   writeFile("plain", "");
   const std::string plain = folder / "plain", absent = folder / "absent", inside = plain + "/x";
   const std::string plugIn = " on this computer. Plug in its adapter and try again.";
@@ -184,7 +184,7 @@ TEST_F(PosixLine, TellsAbsentUnsuitableAndWronglySetPortsApart) {
   }
 }
 
-TEST_F(PosixLine, AForbiddenDeviceNamesTheGroupThatMayUseItOrTheAdministrator) {
+TEST_F(LinuxLine, AForbiddenDeviceNamesTheGroupThatMayUseItOrTheAdministrator) {
   constexpr gid_t kRoot = 0, kDaemon = 1;
   const gid_t group = ::geteuid() == kRoot ? kDaemon : ::getegid();
   const std::string name = ::getgrgid(group)->gr_name;
@@ -198,17 +198,17 @@ TEST_F(PosixLine, AForbiddenDeviceNamesTheGroupThatMayUseItOrTheAdministrator) {
   for (const auto& [owner, mode, description] : rows) {
     if (::chown(device.c_str(), -1U, owner) != 0) continue;  // takes the administrator
     ::chmod(device.c_str(), mode);
-    EXPECT_EXIT(openAsNobody(), ::testing::ExitedWithCode(EACCES),
-                ::testing::Matcher<const std::string&>(description));
+    EXPECT_EXIT(openAsNobody(), testing::ExitedWithCode(EACCES),
+                testing::Matcher<const std::string&>(description));
   }
 }
 
-TEST_F(PosixLine, APortIsRefusedWhileItIsHeldAndFreeWhenItsHolderClosesItOrDies) {
+TEST_F(LinuxLine, APortIsRefusedWhileItIsHeldAndFreeWhenItsHolderClosesItOrDies) {
   ::chmod(device.c_str(), S_IRUSR | S_IWUSR | S_IROTH | S_IWOTH);
-  EXPECT_EXIT((port.open(), ::raise(SIGKILL)), ::testing::KilledBySignal(SIGKILL), "");
-  EXPECT_EXIT(openAsNobody(), ::testing::ExitedWithCode(0), "opened");
+  EXPECT_EXIT((port.open(), ::raise(SIGKILL)), testing::KilledBySignal(SIGKILL), "");
+  EXPECT_EXIT(openAsNobody(), testing::ExitedWithCode(0), "opened");
 
-  PosixSerialPort holder{[this](int) { return device; }, folder};
+  LinuxSerialPort holder{[this](int) { return device; }, folder};
   holder.configuration = port.configuration;
   holder.open();
   const std::string busy = " is in use by another program. Close that program and try again.";
@@ -220,7 +220,7 @@ TEST_F(PosixLine, APortIsRefusedWhileItIsHeldAndFreeWhenItsHolderClosesItOrDies)
   EXPECT_EQ(refusal().number, EBUSY);
 }
 
-TEST_F(PosixLine, AProcessThatHoldsThePortWithOrWithoutALockIsNamedUntilItEnds) {
+TEST_F(LinuxLine, AProcessThatHoldsThePortWithOrWithoutALockIsNamedUntilItEnds) {
   writeFile("node", "");
   const fs::path node = folder / "node";
   for (const bool locks : {false, true}) {
@@ -237,14 +237,14 @@ TEST_F(PosixLine, AProcessThatHoldsThePortWithOrWithoutALockIsNamedUntilItEnds) 
     EXPECT_EQ(refusal().description,
               "The serial port " + device + " is in use by another program: process " +
                   std::to_string(holder) +
-                  " (posix_line_test) has it open. Close that program and try again.");
+                  " (linux_line_test) has it open. Close that program and try again.");
     ::kill(holder, SIGKILL);
     ASSERT_EQ(::waitpid(holder, nullptr, 0), holder);
     EXPECT_EQ(refusal().description, "opened");
   }
 }
 
-TEST_F(PosixLine, ObeysALockFileWhileItsProcessLivesAndLeavesItAlone) {
+TEST_F(LinuxLine, ObeysALockFileWhileItsProcessLivesAndLeavesItAlone) {
   const pid_t ended = ::fork();
   if (ended == 0) ::_exit(0);
   ASSERT_EQ(::waitpid(ended, nullptr, 0), ended);

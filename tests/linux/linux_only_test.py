@@ -13,9 +13,9 @@ import unittest
 import pyatspi
 
 from captions import BUTTON, HEADING, OPTIONS
-from machine import Pod
+from platform_under_test import Pod
 from simulated_pod import SLOW
-from user import User, place_of
+from linux_user import User, place_of
 
 WINDOW = sys.argv[2]
 NOTHING = "no such port on this computer"

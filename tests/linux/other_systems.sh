@@ -3,21 +3,21 @@
 # debootstrap, and runs the demo and the tests on a clean checkout in it. What these need they have
 # to install themselves.
 #
-#   tests/other_systems.sh                            Debian 13, and Debian 12 for 32 bit
-#   tests/other_systems.sh SUITE[/ARCHITECTURE]...    others of Debian that this processor runs
+#   tests/linux/other_systems.sh                            Debian 13, and Debian 12 for 32 bit
+#   tests/linux/other_systems.sh SUITE[/ARCHITECTURE]...    others of Debian that this processor runs
 #
 # A root lives in memory and in namespaces that end with this script, in whatever way that ends:
 # nothing is left mounted, running or on the disk. It takes root's rights, or sudo.
 set -euo pipefail
 [ "$(id -u)" -eq 0 ] || exec sudo "$0" "$@"
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/../.."
 . tools/packages.sh
 
 root=/mnt # what is there stays as it is outside
 checkout=/root/checkout
 needed=6 # GiB for a root and its compilers at most
 
-# Unpacks the checkout from the standard input, and gives the root what a machine has: processes,
+# Unpacks the checkout from the standard input, and gives the root what a computer has: processes,
 # pseudo-terminals, and apt's way to the network.
 make_root() {
   local suite=$1 architecture=$2 mirror http_proxy=${http_proxy-}
@@ -41,7 +41,7 @@ as_new_user() {
 
 try_system() {
   local suite=$1 architecture=$2 began=$SECONDS outcome=0 summary command result
-  local commands=(./demo.sh ./test.sh tests/package_test.sh)
+  local commands=(./demo.sh ./test.sh tests/linux/package_test.sh)
   [ "$architecture" != amd64 ] || commands+=('./test.sh windows')
   make_root "$suite" "$architecture"
   summary="made in $((SECONDS - began)) s"
@@ -73,7 +73,7 @@ trap 'exit 1' INT TERM HUP
 for system in "$@"; do
   [[ $system == */* ]] || system+=/$(dpkg --print-architecture)
   OTHER_SYSTEM=$system setpriv --pdeathsig KILL \
-    unshare --mount --pid --ipc --mount-proc --fork --kill-child tests/other_systems.sh \
+    unshare --mount --pid --ipc --mount-proc --fork --kill-child tests/linux/other_systems.sh \
     < <(git archive HEAD) &
   wait $! || outcome=1
 done
