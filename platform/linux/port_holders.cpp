@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <sstream>
 #include <system_error>
 
 #include "platform/linux/pseudo_terminal.h"
@@ -16,21 +17,23 @@ namespace zendor {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 struct CloseFolder {
   void operator()(DIR* folder) const { ::closedir(folder); }
 };
 using Folder = std::unique_ptr<DIR, CloseFolder>;
 
-// The next name in the folder that is a number; none for a folder that is gone or may not be read.
+// The next name in the folder that is a number; none at its end.
 const char* nextNumber(const Folder& folder) {
-  while (const dirent* const entry = folder ? ::readdir(folder.get()) : nullptr) {
+  while (const dirent* const entry = ::readdir(folder.get())) {
     if (entry->d_name[0] >= '0' && entry->d_name[0] <= '9') return entry->d_name;
   }
   return nullptr;
 }
 
-// By its number, which is the same under every path. Pseudo-terminals are counted anew in every
-// container, each in a file system of its own.
+// A device goes by its number, which is the same under every path. Pseudo-terminals are numbered
+// anew in every container, each of which has a file system of its own for them.
 bool isDevice(const struct statx& file, const struct stat& device) {
   if (!S_ISCHR(file.stx_mode)) return false;
   if (makedev(file.stx_rdev_major, file.stx_rdev_minor) != device.st_rdev) return false;
@@ -38,11 +41,10 @@ bool isDevice(const struct statx& file, const struct stat& device) {
          makedev(file.stx_dev_major, file.stx_dev_minor) == device.st_dev;
 }
 
-bool hasOpen(const std::string& process, const struct stat& device) {
-  // Never asks a file server, which may not answer.
+bool isAmong(const Folder& descriptors, const struct stat& device) {
+  // The status is what the system knows by itself, because a file server may never answer.
   constexpr int kWhatIsKnown = AT_STATX_DONT_SYNC | AT_NO_AUTOMOUNT;
-  const Folder descriptors(::opendir(("/proc/" + process + "/fd").c_str()));
-  for (auto number = nextNumber(descriptors); number; number = nextNumber(descriptors)) {
+  while (const char* const number = nextNumber(descriptors)) {
     struct statx file {};
     if (::statx(::dirfd(descriptors.get()), number, kWhatIsKnown, STATX_TYPE, &file) == 0 &&
         isDevice(file, device)) {
@@ -52,9 +54,42 @@ bool hasOpen(const std::string& process, const struct stat& device) {
   return false;
 }
 
+// Processes that were started by one login, or by one service, share a session and its terminal.
+struct Session {
+  long number = 0;
+  unsigned int terminal = 0;  // as the system writes a number of a device
+};
+
+// The session of a process. The fields are separated by blanks and follow the name in parentheses,
+// which may hold any character.
+Session sessionOf(const fs::path& process) {
+  std::ifstream file(process / "stat");
+  std::string text;
+  std::getline(file, text, '\0');
+  std::istringstream fields(text.substr(text.rfind(')') + 1));
+  std::string state;
+  long parent = 0;
+  long group = 0;
+  Session session;
+  fields >> state >> parent >> group >> session.number >> session.terminal;
+  return session;
+}
+
+// The low byte of the minor number, the major number, then the rest of the minor number.
+dev_t deviceNumber(unsigned int terminal) {
+  return makedev((terminal >> 8U) & 0xFFFU, (terminal & 0xFFU) | ((terminal >> 12U) & 0xFFF00U));
+}
+
+// Whether the device is the terminal of a session that is not the one of this process. The numbers
+// of pseudo-terminals are no evidence, because a container may use the same ones.
+bool isTerminalOf(const Session& session, const Session& own, const struct stat& device) {
+  return session.number != own.number && deviceNumber(session.terminal) == device.st_rdev &&
+         !isPseudoTerminal(device.st_rdev);
+}
+
 // A program may call itself by any bytes; a description is a text.
-std::string nameOf(const std::string& process) {
-  std::ifstream file("/proc/" + process + "/comm");
+std::string nameOf(const fs::path& process) {
+  std::ifstream file(process / "comm");
   std::string name;
   std::getline(file, name);
   std::erase_if(name, [](char c) { return c < ' ' || c > '~'; });
@@ -63,16 +98,21 @@ std::string nameOf(const std::string& process) {
 
 }  // namespace
 
-std::optional<std::string> otherHolderOf(int line) {
+std::optional<std::string> otherHolderOf(int line, const fs::path& processes) {
   struct stat device {};
   if (::fstat(line, &device) != 0) return std::nullopt;
-  // By the number that it has there, which need not be the one that it knows itself by.
+  // The number of this process as the folder shows it. In a container it can differ from getpid().
   std::error_code error;
-  const std::string self = std::filesystem::read_symlink("/proc/self", error).string();
-  const Folder processes(::opendir("/proc"));
-  for (auto process = nextNumber(processes); process; process = nextNumber(processes)) {
-    if (process != self && hasOpen(process, device)) {
-      return std::string("process ") + process + " (" + nameOf(process) + ")";
+  const std::string self = fs::read_symlink(processes / "self", error).string();
+  const Session own = sessionOf(processes / self);
+  const Folder all(::opendir(processes.c_str()));
+  while (const char* const number = all ? nextNumber(all) : nullptr) {
+    if (number == self) continue;
+    const fs::path process = processes / number;
+    const Folder descriptors(::opendir((process / "fd").c_str()));
+    if (descriptors ? isAmong(descriptors, device)
+                    : isTerminalOf(sessionOf(process), own, device)) {
+      return std::string("process ") + number + " (" + nameOf(process) + ")";
     }
   }
   return std::nullopt;

@@ -13,9 +13,11 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdlib>
+#include <fstream>
 #include <tuple>
 
 #include "platform/linux/linux_serial_port.h"
+#include "platform/linux/port_holders.h"
 
 namespace {
 
@@ -130,6 +132,45 @@ TEST(LinuxDriver, IsSetUpByTheOpenAndLeftAsItWasByTheClose) {
     EXPECT_EQ(std::tuple(port.isOpen(), driver.exclusive, driver.flags),
               std::tuple(false, before.exclusive, before.flags));
   }
+}
+
+TEST(PortHolders, ALoginOfAnotherUserIsFoundByTheTerminalOfItsSession) {
+  namespace fs = std::filesystem;
+  const fs::path processes =
+      fs::temp_directory_path() / ("processes-" + std::to_string(::getpid()));
+  fs::create_directories(processes / "10");
+  fs::create_directories(processes / "20");
+  fs::create_symlink("10", processes / "self");
+  std::ofstream(processes / "20/comm") << "agetty\n";
+  const FileDescriptor line(::open("/dev/null", O_RDWR | O_CLOEXEC));
+  constexpr const char* kFound = "process 20 (agetty)";
+  const struct {
+    const char* what;
+    unsigned int major;
+    const char* status;  // the session is the fourth field behind the name, its terminal the fifth
+    std::string holder;
+  } rows[] = {
+      {"a login on the port", 4, "20 (agetty) S 1 20 20 4293919999 20 4194560 1", kFound},
+      {"on an adapter", 188, "20 (agetty) S 1 20 20 4293967103 20", kFound},
+      {"whose name looks like fields", 4, "20 (a) S 1 1 1 1 (b) S 1 20 20 4293919999", kFound},
+      {"on another port", 4, "20 (agetty) S 1 20 20 4293919998 20", ""},
+      {"on another kind of port", 4, "20 (agetty) S 1 20 20 4293967103 20", ""},
+      {"of the session of this process", 4, "20 (agetty) S 1 20 7 4293919999 20", ""},
+      {"on a pseudo-terminal, which a container may number alike", 136,
+       "20 (agetty) S 1 20 20 4293953791 20", ""},
+      {"without a terminal", 4, "20 (agetty) S 1 20 20 0 -1", ""},
+      {"gone meanwhile", 4, "", ""}};
+  std::ofstream(processes / "10/stat") << "10 (self) S 1 10 7 0 -1";
+  for (const auto& [what, major, status, holder] : rows) {
+    driver = {.major = major};
+    std::ofstream(processes / "20/stat") << status;
+    EXPECT_EQ(otherHolderOf(line.number(), processes).value_or(""), holder) << what;
+  }
+  driver = {};
+  std::ofstream(processes / "20/stat") << rows[0].status;
+  fs::create_directories(processes / "20/fd");  // shown, and none of them is the port
+  EXPECT_EQ(otherHolderOf(line.number(), processes).value_or(""), "");
+  fs::remove_all(processes);
 }
 
 }  // namespace
