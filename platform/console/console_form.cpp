@@ -1,0 +1,47 @@
+#include "platform/console/console_form.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace zendor {
+
+ConsoleForm::ConsoleForm(FormDescription description, int optionNumber)
+    : shown_(std::move(description)) {
+  for (FormControl& control : shown_.controls) {
+    if (control.kind == ControlKind::OptionButton) control.selected = --optionNumber == 0;
+  }
+}
+
+void ConsoleForm::press(FormEvents& events) {
+  events.Form_Load();
+  events.Form_Activate();
+  const auto button =
+      std::ranges::find(shown_.controls, ControlKind::PushButton, &FormControl::kind);
+  events.Control_Click(button->id);
+}
+
+std::string ConsoleForm::result() const {
+  return std::ranges::find(shown_.controls, ControlKind::ResultBox, &FormControl::kind)->caption;
+}
+
+std::string ConsoleForm::caption() const { return shown_.caption; }
+
+void ConsoleForm::setCaption(const std::string& caption) { shown_.caption = caption; }
+
+void ConsoleForm::setMenuCaption(std::string_view menu, const std::string& caption) {
+  std::ranges::find(shown_.menus, menu, &FormMenu::name)->caption = caption;
+}
+
+void ConsoleForm::setCaption(const ControlId& control, const std::string& caption) {
+  std::ranges::find(shown_.controls, control, &FormControl::id)->caption = caption;
+}
+
+// Nobody else can press a button or has a keyboard focus here.
+void ConsoleForm::setEnabled(const ControlId&, bool) {}
+void ConsoleForm::setFocus(const ControlId&) {}
+
+bool ConsoleForm::isSelected(const ControlId& optionButton) const {
+  return std::ranges::find(shown_.controls, optionButton, &FormControl::id)->selected;
+}
+
+}  // namespace zendor

@@ -1,0 +1,35 @@
+// A described window without a screen. It keeps what the window would show, and the program that
+// makes it is the user who presses its button.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/form.h"
+
+namespace zendor {
+
+class ConsoleForm final : public Form {
+ public:
+  // The option button of that number is selected; the first one has the number 1.
+  ConsoleForm(FormDescription description, int optionNumber);
+
+  // Loads and activates the form, presses its push button once, and returns when that is done.
+  void press(FormEvents& events);
+
+  // What stands in the result box.
+  std::string result() const;
+
+  std::string caption() const override;
+  void setCaption(const std::string& caption) override;
+  void setMenuCaption(std::string_view menu, const std::string& caption) override;
+  void setCaption(const ControlId& control, const std::string& caption) override;
+  void setEnabled(const ControlId& control, bool enabled) override;
+  void setFocus(const ControlId& control) override;
+  bool isSelected(const ControlId& optionButton) const override;
+
+ private:
+  FormDescription shown_;
+};
+
+}  // namespace zendor

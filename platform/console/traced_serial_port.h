@@ -1,0 +1,49 @@
+// A serial port that writes down what passes over another one, in decimal bytes:
+//
+//      0 > 80 0 1 254 177
+//     11 < 80 0 1 254 177 | 1 0 80 0 175
+//
+// ">" is one write. "<" is all that was read until the next one, with a bar behind the bytes that
+// are as many as were written, since a line that loops back begins with their echo. The number in
+// front are the milliseconds since the trace began, those of the last byte behind a "<".
+#pragma once
+
+#include <cstdint>
+#include <ostream>
+#include <vector>
+
+#include "platform/clock.h"
+#include "platform/serial_port.h"
+
+namespace zendor {
+
+class TracedSerialPort final : public SerialPort {
+ public:
+  // All three outlive the trace. The other port takes over the configuration of this one.
+  TracedSerialPort(SerialPort& port, const Clock& clock, std::ostream& trace);
+
+  // Writes down what has been read by now; otherwise the next write or the close does so.
+  void finishLine();
+
+  bool isOpen() const override;
+  void open() override;
+  void close() override;
+  std::size_t bytesWaiting() override;
+  std::span<const std::uint8_t> readAll() override;
+  void discardWaiting() override;
+  std::size_t bytesToSend() override;
+  void write(std::span<const std::uint8_t> bytes) override;
+
+ private:
+  std::int64_t elapsed() const;
+
+  SerialPort& port_;
+  const Clock& clock_;
+  std::ostream& trace_;
+  const std::int32_t start_;
+  std::size_t written_ = 0;  // by the last write
+  std::vector<std::uint8_t> received_;
+  std::int64_t receivedAt_ = 0;
+};
+
+}  // namespace zendor

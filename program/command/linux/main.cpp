@@ -1,0 +1,24 @@
+// The command on the serial ports of a Linux computer.
+#include "platform/linux/linux_serial_port.h"
+#include "platform/linux/port_devices.h"
+#include "program/command/serial_number_command.h"
+
+int main(int argc, char** argv) {
+  using namespace zendor;
+  const PortDevices devices;
+  return runSerialNumberCommand(
+      argc, argv,
+      {.name = "zendor-serial-number",
+       .deviceHelp = "the path of a device, such as /dev/ttyUSB0",
+       .isDevice = [](const std::string& port) { return port.find('/') != std::string::npos; },
+       .numberedPorts =
+           [&] {
+             return std::make_unique<LinuxSerialPort>(
+                 [&](int number) { return devices.deviceOfPort(number); });
+           },
+       .namedPort =
+           [](const std::string& device) {
+             return std::make_unique<LinuxSerialPort>([=](int) { return std::optional(device); });
+           },
+       .describePort = [&](int number) { return devices.describePort(number); }});
+}

@@ -1,0 +1,114 @@
+#include "program/command/serial_number_command.h"
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+
+#include "app/frm_startup.h"
+#include "platform/console/console_desktop.h"
+#include "platform/console/console_form.h"
+#include "platform/console/traced_serial_port.h"
+#include "platform/shared/steady_clock.h"
+#include "program/version.h"
+
+namespace zendor {
+
+namespace {
+
+constexpr int kNumberPrinted = 0;
+constexpr int kNoNumber = 1;
+constexpr int kWrongUsage = 2;
+
+constexpr int kPorts = 4;  // those that the window offers
+
+struct Arguments {
+  std::string port = "1";
+  bool list = false;
+  bool trace = false;
+};
+
+std::string footer(const std::string& name) {
+  return "Exit status: 0 when the number was printed, 1 when none was, for a reason that stands on "
+         "the\nstandard error output, 2 when the command was not understood.\n\n"
+         "Examples:\n  " +
+         name + "            the number of the Zendor on Serial Port 1\n  " + name +
+         " 2 --trace  what passes over the line on Serial Port 2 as well\n  " + name +
+         " --list     which device is which port";
+}
+
+// Nothing when the text says a port.
+std::string complaintAboutPort(const std::string& text, const CommandPlatform& platform) {
+  const bool isNumber = text.size() == 1 && text[0] >= '1' && text[0] <= '0' + kPorts;
+  if (isNumber || platform.isDevice(text)) return "";
+  return "\"" + text + "\" is neither a number from 1 to 4 nor " + platform.deviceHelp + ".";
+}
+
+void declare(CLI::App& app, Arguments& arguments, const CommandPlatform& platform) {
+  app.footer(footer(platform.name));
+  app.set_help_flag("-h,--help", "This text is printed.");
+  const Version& version = kVersion;
+  app.set_version_flag("--version",
+                       platform.name + " " + std::to_string(version.majorNumber) + "." +
+                           std::to_string(version.minorNumber) + "." +
+                           std::to_string(version.revision),
+                       "The version is printed.");
+  auto* const port =
+      app.add_option("PORT", arguments.port,
+                     "The serial port: 1 to 4 as in the window, 1 when left out,\nor " +
+                         platform.deviceHelp + ".")
+          ->type_name("")
+          ->check([&](const std::string& text) { return complaintAboutPort(text, platform); });
+  app.add_flag("--list", arguments.list,
+               "The ports are printed, a line each: number, device, and what its\nadapter calls "
+               "itself.")
+      ->excludes(port);
+  app.add_flag(
+      "--trace", arguments.trace,
+      "Each frame is printed to the standard error output: the milliseconds\nsince the "
+      "start, > and what was sent, or < and what was received,\nits echo in front of a |.");
+}
+
+int list(const CommandPlatform& platform) {
+  for (int number = 1; number <= kPorts; ++number) {
+    std::cout << number << ": " << platform.describePort(number) << '\n';
+  }
+  return kNumberPrinted;
+}
+
+// The number that the window's button gives on the port; nothing when it gives none.
+std::string request(const Arguments& arguments, const CommandPlatform& platform) {
+  const bool isDevice = platform.isDevice(arguments.port);
+  const auto port = isDevice ? platform.namedPort(arguments.port) : platform.numberedPorts();
+  const SteadyClock clock;
+  TracedSerialPort traced(*port, clock, std::cerr);
+  ConsoleDesktop desktop(std::cerr, [&] { traced.finishLine(); });
+  ConsoleForm form(frmStartup::description(), isDevice ? 1 : std::stoi(arguments.port));
+  SerialPort& MSComm1 = arguments.trace ? traced : *port;
+  frmStartup startup(form, MSComm1, desktop, clock, {}, kVersion);
+  form.press(startup);
+  return form.result();
+}
+
+int printNumber(const Arguments& arguments, const CommandPlatform& platform) {
+  const std::string number = request(arguments, platform);
+  if (number.empty()) return kNoNumber;
+  std::cout << number << std::endl;
+  if (std::cout) return kNumberPrinted;
+  std::cerr << "The standard output does not take the number " << number << ".\n";
+  return kNoNumber;
+}
+
+}  // namespace
+
+int runSerialNumberCommand(int argc, char** argv, const CommandPlatform& platform) {
+  Arguments arguments;
+  CLI::App app("Prints the serial number of the Zendor on a serial port.", platform.name);
+  declare(app, arguments, platform);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& end) {
+    return app.exit(end) == 0 ? kNumberPrinted : kWrongUsage;
+  }
+  return arguments.list ? list(platform) : printNumber(arguments, platform);
+}
+
+}  // namespace zendor

@@ -1,0 +1,31 @@
+// The command that prints the serial number: the request behind the window's button, without the
+// window.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/serial_port.h"
+
+namespace zendor {
+
+// What the command asks of a platform: its own name, and the serial ports.
+struct CommandPlatform {
+  std::string name;
+  std::string deviceHelp;  // what PORT can be besides a number, "the path of a device"
+  std::function<bool(const std::string& port)> isDevice;
+
+  // The numbered ports of the computer, or the named device behind every number.
+  std::function<std::unique_ptr<SerialPort>()> numberedPorts;
+  std::function<std::unique_ptr<SerialPort>(const std::string& device)> namedPort;
+
+  // The device behind the number and what its adapter calls itself, for people.
+  std::function<std::string(int portNumber)> describePort;
+};
+
+// Does what the command line asks for. The result is the exit status of the program, which has
+// ended by itself, with 1, where the window would have gone.
+int runSerialNumberCommand(int argc, char** argv, const CommandPlatform& platform);
+
+}  // namespace zendor
