@@ -10,8 +10,9 @@ import os
 import statistics
 import subprocess
 import sys
+import time
 
-from measuring import LINE_MS, idle_ms, print_table, start_ratios
+from measuring import LINE_MS, idle_ms, peak_memory, print_table, start_ratios
 from screen import output_of
 from simulated_pod import SimulatedPod
 
@@ -21,6 +22,7 @@ BARE = f"{BUILD}/bench/bare_window"
 REQUEST = f"{BUILD}/bench/request_bench"
 RECEIVE = f"{BUILD}/bench/receive_bench"
 SIMULATOR = f"{BUILD}/simulator/zendor-pod-simulator"
+COMMAND = f"{BUILD}/program/command/zendor-serial-number"
 
 # Before a command: it sees no process but its own, however many the computer has.
 SOLITARY = ["unshare", "--pid", "--fork", "--mount-proc"]
@@ -59,6 +61,31 @@ def cost_of_crowd(count):
     return crowded - alone
 
 
+def milliseconds_of(*command):
+    """From the start of a program to its end."""
+    begin = time.perf_counter()
+    subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
+    return (time.perf_counter() - begin) * 1000
+
+
+def command_times(count):
+    """Of the command for scripts: its start, and a request without the start, medians in ms."""
+    with SimulatedPod(SIMULATOR) as pod:
+        starts = [milliseconds_of(*SOLITARY, COMMAND, "--version") for _ in range(count)]
+        runs = [milliseconds_of(*SOLITARY, COMMAND, pod.device) for _ in range(count)]
+    request = statistics.median(runs) - statistics.median(starts)
+    return statistics.median(milliseconds_of(COMMAND, "--version") for _ in range(count)), request
+
+
+def command_memory():
+    """Its peak in MiB while it waits for a pod that does not answer."""
+    with SimulatedPod(SIMULATOR, "--no-pod") as pod:
+        with subprocess.Popen([COMMAND, pod.device], stderr=subprocess.DEVNULL) as process:
+            time.sleep(1.5)
+            peak = peak_memory(process)
+    return peak / 1024
+
+
 def receive_ratio():
     output = output_of(RECEIVE, "--benchmark_format=json")
     short, long = (row["per_byte"] for row in json.loads(output)["benchmarks"])
@@ -69,6 +96,7 @@ def main():
     paced = [ms / LINE_MS for ms, _ in requests(20, prefix=SOLITARY)]
     time_ratios, memory_ratios = start_ratios(PROGRAM, BARE, 20)
     crowded = [cost_of_crowd(300) for _ in range(9)]
+    command_start, command_request = command_times(20)
     longest = max(longest for _, longest in requests(2, "--no-pod"))
     print_table([
         (f"request on the paced line / its {LINE_MS:.1f} ms on the line, median of 20",
@@ -80,6 +108,10 @@ def main():
         ("what 300 more processes add to a click, in ms, median of 9 pairs",
          statistics.median(crowded), 10),
         ("processor time of an idle second, in ms", idle_ms(PROGRAM), 20),
+        ("the command: request / its line time, without its start, median of 20",
+         command_request / LINE_MS, 1.05),
+        ("the command: its start, in ms, median of 20", command_start, 10),
+        ("the command: peak memory, in MiB", command_memory(), 8),
         ("longest pass of the wait loop without a pod, in ms, of 2 requests", longest, 20),
     ])
 

@@ -14,6 +14,12 @@ LINE_BYTES = 3 * 5 + 5 + 13 + 8
 LINE_MS = LINE_BYTES * 10 / 9600 * 1000
 
 
+def peak_memory(process):
+    """In KiB, by now."""
+    with open(f"/proc/{process.pid}/status") as status:
+        return next(int(line.split()[1]) for line in status if line.startswith("VmHWM"))
+
+
 class Screen:
     """Watches which windows appear on the screen."""
 
@@ -33,8 +39,7 @@ class Screen:
                 raise RuntimeError(f"{command} has ended without a window")
         seconds = time.perf_counter() - begin
         time.sleep(0.3)  # drawn, and at rest
-        with open(f"/proc/{process.pid}/status") as status:
-            peak = next(int(line.split()[1]) for line in status if line.startswith("VmHWM"))
+        peak = peak_memory(process)
         process.kill()
         process.wait()
         return seconds, peak
