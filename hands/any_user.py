@@ -48,6 +48,37 @@ class AnyUser:
     def close_window(self):
         self.press("alt+F4")
 
+    def break_off(self):
+        self.close_window()
+        self.wait_for_end()
+
+    def start(self):
+        """A request on the port that is chosen."""
+        self.click(BUTTON)
+        self.wait_until(lambda: self.find_box() or not self.is_enabled(BUTTON) or self.result(),
+                        "The start of the request")
+
+    def finish(self):
+        """Titles and texts of the messages, which it answers, and the number."""
+        messages = []
+        while isinstance(end := self.wait_for(self._next_of_request, "The end of the request"), Box):
+            messages.append((end.title, end.text))
+            self.answer()
+        return messages, end
+
+    def _next_of_request(self):
+        """A box, or the number, empty where there is none."""
+        if self.process.poll() is not None:
+            return ""
+        return self.find_box() or (self.result() if self.is_enabled(BUTTON) else None)
+
+    def wait_until_over(self, ends):
+        """The program has ended, with success, or takes another request."""
+        if not ends:
+            self.wait_until_ready()
+        elif self.wait_for_end() != 0:
+            raise AssertionError(f"exit status {self.process.returncode}")
+
     def open_menu(self):
         """The place of the opened menu."""
         left, top, _, bottom = self.menu_bar()

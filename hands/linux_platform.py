@@ -46,12 +46,12 @@ class Linux:
                                   KDE_SESSION_VERSION="5")
 
     def refusals(self, device):
-        """What does not open as Serial Port 2, and why."""
+        """What does not open, and why."""
         holder = open(device, "rb")
         fcntl.flock(holder, fcntl.LOCK_EX)
         return [
-            ([], "There is no serial port 2 on this computer"),
-            ([None, "/dev/ttyNone"], "There is no serial port /dev/ttyNone on this computer"),
-            ([None, device], f"The serial port {device} is in use by another program"),
-            ([None, __file__], f"{__file__} is not a serial port"),
+            ([], "There is no serial port 1 on this computer"),
+            (["/dev/ttyNone"], "There is no serial port /dev/ttyNone on this computer"),
+            ([device], f"The serial port {device} is in use by another program"),
+            ([__file__], f"{__file__} is not a serial port"),
         ], holder

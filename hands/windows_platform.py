@@ -105,8 +105,8 @@ class Windows:
         return user
 
     def refusals(self, _):
-        """What does not open as Serial Port 2, and why, in the system's words; nothing is held."""
-        return [([], "COM2: "), ([None, __file__], "COM2: ")], None
+        """What does not open, and why, in the system's words; nothing is held."""
+        return [([], "COM1: "), ([__file__], "COM1: ")], None
 
 
 Row = collections.namedtuple("Row", "level kind state left top right bottom text")

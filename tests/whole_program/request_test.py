@@ -9,13 +9,12 @@ import time
 import unittest
 
 from captions import BUTTON, OPTIONS
-from platform_under_test import VERSION, Pod, this_platform, wait_until_held
+from platform_under_test import VERSION, Pod, this_platform
 from picture import finished_picture
 from screen import output_of, xdotool
 from simulated_pod import BUILD_CODE, POLL, SERIAL, SLOW, WHOLE_REQUEST
 
 NO_POD = ("Error", "You Must Attach The Zendor!", "red")
-FAULTY = ("Error", "You Zendor maybe Faulty", "red")
 
 
 class Request(unittest.TestCase):
@@ -48,22 +47,15 @@ class Request(unittest.TestCase):
             drawn = [set(row) for row in menu.rows if len(set(row)) > 1]
             self.assertEqual([len(colors) for colors in drawn], [2])  # a line on the background
 
-    def test_shows_the_number_and_closes_the_port(self):
-        rows = [
-            (("--build-code", "Customer", "--serial-number", "1234567"), "C-1234567"),
-            (("--build-code", "Engineer", "--serial-number", "42"), "E-42"),
-            (("--build-code", "Engineer", "--serial-number", "16777215"), "E-16777215"),
-        ]
-        for options, caption in rows:
-            with self.subTest(caption), Pod(*options) as pod, self.user(pod.device) as user:
-                self.assertEqual((user.result(), user.focused()), ("", BUTTON))
-                self.assertTrue(user.is_selected(OPTIONS[0]))
-                user.click_hastily(BUTTON)
-                self.assertEqual(user.wait_for_result(), caption)
-                user.wait_until_ready()
-                user.wait_until_focused(BUTTON)  # which it had lost while it was disabled
-                wait_until_held(pod.device, False)
-                self.assertEqual(pod.requests(), WHOLE_REQUEST)
+    def test_a_request_starts_with_the_first_port_and_gives_the_focus_back(self):
+        with Pod() as pod, self.user(pod.device) as user:
+            self.assertEqual((user.result(), user.focused()), ("", BUTTON))
+            self.assertTrue(user.is_selected(OPTIONS[0]))
+            user.click_hastily(BUTTON)
+            user.wait_for_result()
+            user.wait_until_ready()
+            user.wait_until_focused(BUTTON)  # which it had lost while it was disabled
+            self.assertEqual(pod.requests(), WHOLE_REQUEST)
 
     def test_asks_the_port_that_is_chosen_at_the_click(self):
         with Pod("--serial-number", "1", *SLOW) as first, Pod("--serial-number", "4") as fourth:
@@ -166,71 +158,18 @@ class Request(unittest.TestCase):
                                 self.assertIsNone(user.find_menu())
                 xdotool("mouseup", 1)
 
-    def test_ends_after_a_faulty_pod(self):
-        rows = [
-            (("--fault", "wrong-checksum:242"), [POLL] + [BUILD_CODE, SERIAL, SERIAL] * 2),
-            (("--fault", "busy:192"), [POLL] + [BUILD_CODE] * 4),
-            (("--build-code", "customer"), [POLL] + [BUILD_CODE] * 2),
-        ]
-        for options, requests in rows:
-            with self.subTest(options), Pod(*options) as pod, self.user(pod.device) as user:
-                user.click(BUTTON)
-                box = user.box()
-                self.assert_box(box, *FAULTY)
-                user.answer()
-                self.assertEqual(user.wait_for_end(), 0)
-                self.assertEqual(pod.requests(), requests)
-
-    def test_says_why_a_port_does_not_open_and_ends(self):
-        with Pod() as pod:
-            rows, holder = self.platform.refusals(pod.device)
-            for devices, reason in rows:
-                with self.subTest(reason), self.user(*devices) as user:
-                    user.click(OPTIONS[1])
-                    user.click(BUTTON)
-                    box = user.box()
-                    text = f"^{reason}.*\nPlease free the port or choose another$"
-                    self.assert_box(box, "Error opening/closing Serial Port 2", text, None)
-                    user.answer()
-                    self.assertEqual(user.wait_for_end(), 0)
-            if holder:
-                holder.close()
-
-    def test_ends_at_once_when_closed_in_the_middle_of_a_wait(self):
-        with Pod("--no-pod") as pod:
-            for _ in range(2):  # the port opens again
-                with self.user(pod.device) as user:
-                    user.click(BUTTON)
-                    wait_until_held(pod.device)
-                    user.close_window()
-                    self.assertEqual(user.wait_for_end(), 0)  # with no box that had to be answered
-                    wait_until_held(pod.device, False)
-
-    def test_a_line_torn_out_during_the_request_ends_it_by_what_arrived(self):
-        rows = [
-            # Nothing of a reply: the second attempt cannot be written.
-            ("echo-only:254", POLL, 2, NO_POD),
-            # In the middle of the build code, which three more attempts cannot ask for.
-            ("short-reply:192", BUILD_CODE, 4, FAULTY),
-        ]
-        for fault, request, attempts, outcome in rows:
-            with self.subTest(fault), Pod("--fault", fault) as pod:
-                with self.user(pod.device) as user:
-                    user.click(BUTTON)
-                    pod.wait_for(request)
-                    pod.process.kill()
-                    for _ in range(attempts - pod.requests().count(request)):
-                        box = user.box()
-                        refusal = self.platform.write_refusal
-                        self.assert_box(box, "Unhandled Error", refusal, "yellow")
-                        user.answer()
-                    box = user.box()
-                    self.assert_box(box, *outcome)
-                    user.answer()
-                    if outcome == FAULTY:
-                        self.assertEqual(user.wait_for_end(), 0)
-                    else:
-                        user.wait_until_ready()
+    def test_each_kind_of_message_has_its_sign(self):
+        with Pod("--fault", "echo-only:254") as pod, self.user(pod.device) as user:
+            user.click(BUTTON)
+            pod.wait_for(POLL)
+            pod.process.kill()  # the second attempt cannot be written
+            self.assert_box(user.box(), "Unhandled Error", "Occured", "yellow")
+            user.answer()
+            self.assert_box(user.box(), *NO_POD)
+            user.answer()
+            user.wait_until_ready()
+            user.click(BUTTON)
+            self.assert_box(user.box(), "Error opening/closing Serial Port 1", "free the port", None)
 
     def test_a_line_torn_out_behind_a_message_opens_again_once_it_is_back(self):
         with tempfile.TemporaryDirectory() as folder, self.user(f"{folder}/tty") as user:

@@ -1,0 +1,73 @@
+"""The command for scripts on a Linux without a screen: what it prints is what its user is told."""
+
+import fcntl
+import re
+import signal
+import subprocess
+
+TITLE = re.compile(r"^(Error(?: opening/closing Serial Port \d)?|Unhandled Error): ", re.MULTILINE)
+
+
+class Console:
+    write_refusal = r"^Unhandled Error number 5\n.* is gone: .*\nOccured in LL_Serial_SendMessage$"
+
+    def __init__(self, program):
+        self.program = program
+
+    def set_up(self):
+        """There is nothing that could be set."""
+
+    def remove(self):
+        """There is nothing that is left behind."""
+
+    def user(self, device):
+        return User([self.program, device])
+
+    def refusals(self, device):
+        """What does not open, and why."""
+        holder = open(device, "rb")
+        fcntl.flock(holder, fcntl.LOCK_EX)
+        return [
+            (["/dev/ttyNone"], "There is no serial port /dev/ttyNone on this computer"),
+            ([device], f"The serial port {device} is in use by another program"),
+            ([__file__], f"{__file__} is not a serial port"),
+        ], holder
+
+
+class User:
+    """Kills the command at the end of a with block."""
+
+    def __init__(self, command, **options):
+        self.command = command
+        self.options = options
+        self.process = None
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.process.kill()
+        self.process.communicate()
+
+    def start(self):
+        pipes = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE}
+        self.process = subprocess.Popen(self.command, text=True, **pipes, **self.options)
+
+    def finish(self):
+        """Titles and texts of the messages, and the number."""
+        number, errors = self.process.communicate(timeout=20)
+        before, *parts = TITLE.split(errors)
+        if before or number.count("\n") > 1:
+            raise AssertionError(f"printed: {number!r}, {errors!r}")
+        messages = [(title, text.rstrip("\n")) for title, text in zip(parts[::2], parts[1::2])]
+        self.expected_status = 0 if number else 1
+        return messages, number.rstrip("\n")
+
+    def wait_until_over(self, _):
+        """A command always ends; its status tells whether it has printed a number."""
+        if self.process.wait(10) != self.expected_status:
+            raise AssertionError(f"exit status {self.process.returncode}")
+
+    def break_off(self):
+        self.process.send_signal(signal.SIGINT)
+        self.process.wait(10)
