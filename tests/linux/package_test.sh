@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
-# Makes the Debian package, reads it as a distribution does, installs it, starts the installed
-# program, and removes it again.
+# Makes the Debian packages of the window and of the command, reads them as a distribution does,
+# installs them, starts the installed programs, and removes them again.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 . tools/packages.sh
 
-package=zendor-serial-extractor
-desktop_entry=/usr/share/applications/$package.desktop
+window=zendor-serial-extractor
+command=zendor-serial-number
+desktop_entry=/usr/share/applications/$window.desktop
 metainfo=/usr/share/metainfo/example.zendor.serial_extractor.metainfo.xml
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -14,33 +15,35 @@ as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(sudo)
 
 fail() {
-  printf 'The package: %s\n' "$*" >&2
+  printf 'The packages: %s\n' "$*" >&2
   exit 1
 }
 
-make_package() {
+make_packages() {
   cmake --preset release
-  cmake --build --preset release --target "$package"
+  cmake --build --preset release
   cpack -G DEB --config build/release/CPackConfig.cmake -B "$work"
-  archive=$(echo "$work"/*.deb)
   chmod a+rx "$work" # for apt's own user
 }
 
-check_archive() {
-  local tree=$work/tree version found
-  dpkg-deb --extract "$archive" "$tree"
-  lintian --allow-root --fail-on error,warning "$archive"
+check_archives() {
+  local tree=$work/tree archive version found
+  lintian --allow-root --fail-on error,warning "$work"/*.deb
+  for archive in "$work"/*.deb; do
+    dpkg-deb --extract "$archive" "$tree"
+  done
   desktop-file-validate "$tree$desktop_entry"
   appstreamcli validate --no-net "$tree$metainfo"
   appstreamcli validate-tree --no-net "$tree"
+  ! dpkg-deb --field "$work/$command"_*.deb Depends | grep -i qt || fail 'the command takes a toolkit'
 
-  version=$(dpkg-deb --field "$archive" Version)
+  version=$(dpkg-deb --field "$work/$window"_*.deb Version)
   found=$(dpkg-parsechangelog -l packaging/linux/changelog -S Version)
-  [ "$found" = "$version" ] || fail "its changelog tells of $found, it is $version"
+  [ "$found" = "$version" ] || fail "the changelog tells of $found, the version is $version"
   found=$(sed -n 's/^## //p' CHANGELOG.md | head -n 1)
-  [ "$found" = "$version" ] || fail "CHANGELOG.md tells of $found, it is $version"
+  [ "$found" = "$version" ] || fail "CHANGELOG.md tells of $found, the version is $version"
   found=$(sed -n 's/.*<release version="\([^"]*\)".*/\1/p' "$tree$metainfo" | head -n 1)
-  [ "$found" = "$version" ] || fail "its metadata tell of $found, it is $version"
+  [ "$found" = "$version" ] || fail "the metadata tell of $found, the version is $version"
 }
 
 entry() {
@@ -48,37 +51,46 @@ entry() {
 }
 
 expected_files() {
-  printf '/usr/bin/%s\n' "$(entry Exec)"
-  printf '%s\n' "$desktop_entry" "$metainfo" "/usr/share/man/man1/$package.1.gz" \
-    "/usr/share/doc/$package/"{copyright,changelog.gz}
+  local package
+  for package in "$window" "$command"; do
+    printf '%s\n' "/usr/bin/$package" "/usr/share/man/man1/$package.1.gz" \
+      "/usr/share/doc/$package/"{copyright,changelog.gz}
+  done
+  printf '%s\n' "$desktop_entry" "$metainfo"
   printf '/usr/share/icons/hicolor/%s\n' \
     {16x16,22x22,24x24,32x32,48x48,64x64,128x128,256x256}/apps/"$(entry Icon).png" \
     scalable/apps/"$(entry Icon).svg"
 }
 
 check_installed() {
-  dpkg --listfiles "$package" | while read -r path; do [ -d "$path" ] || echo "$path"; done |
-    diff <(expected_files | sort) <(sort) || fail 'it does not bring what it should'
-  [ "$(command -v "$(entry Exec)")" = "/usr/bin/$package" ] || fail 'another program hides it'
-  hands/virtual_screen.sh \
-    tests/linux/installed_program_test.py "$(entry Exec)"
+  local program
+  dpkg --listfiles "$window" "$command" | while read -r path; do
+    [ -z "$path" ] || [ -d "$path" ] || echo "$path"
+  done | diff <(expected_files | sort) <(sort) || fail 'they do not bring what they should'
+  for program in "$(entry Exec)" "$command"; do
+    [ "$(command -v "$program")" = "/usr/bin/$program" ] || fail "another program hides $program"
+  done
+  hands/virtual_screen.sh tests/linux/installed_program_test.py "$(entry Exec)"
+  PYTHONPATH=hands PYTHONDONTWRITEBYTECODE=1 tests/whole_program/outcome_test.py \
+    console "$command" build/release/simulator/zendor-pod-simulator
 }
 
-remove_package() {
-  "${as_root[@]}" apt-get purge -y -qq "$package" >/dev/null
+remove_packages() {
+  "${as_root[@]}" apt-get purge -y -qq "$window" "$command" >/dev/null
 }
 
 install_missing "${build_packages[@]}" "${screen_packages[@]}" "${deb_packages[@]}"
-! dpkg-query --status "$package" >/dev/null 2>&1 || fail 'it is installed here; remove it first'
-make_package
-check_archive
-new_paths=$(dpkg-deb --fsys-tarfile "$archive" | tar --list | sed 's|^\.||' |
-  while read -r path; do [ -e "$path" ] || echo "$path"; done)
-trap 'remove_package; rm -rf "$work"' EXIT
+status=$(dpkg-query --show --showformat '${db:Status-Status}\n' "$window" "$command" 2>/dev/null || true)
+! grep -qx installed <<<"$status" || fail 'they are installed here; remove them first'
+make_packages
+check_archives
+new_paths=$(for archive in "$work"/*.deb; do dpkg-deb --fsys-tarfile "$archive" | tar --list; done |
+  sed 's|^\.||' | while read -r path; do [ -e "$path" ] || echo "$path"; done)
+trap 'remove_packages; rm -rf "$work"' EXIT
 "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-  apt-get install -y -qq --no-install-recommends "$archive" >/dev/null
+  apt-get install -y -qq --no-install-recommends "$work"/*.deb >/dev/null
 check_installed
-remove_package
+remove_packages
 trap 'rm -rf "$work"' EXIT
-while read -r path; do [ ! -e "$path" ] || fail "it left $path"; done <<<"$new_paths"
-echo 'The package installs, starts, and goes without a trace.'
+while read -r path; do [ ! -e "$path" ] || fail "they left $path"; done <<<"$new_paths"
+echo 'The packages install, start, and go without a trace.'
