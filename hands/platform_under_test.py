@@ -1,7 +1,8 @@
 """The platform that the whole program is tried on, and a pod for it.
 
 A test is started with "linux" and the window on given ports, with "console" and the command for
-scripts, or with "windows" and the folder where that program was built; then with the simulator.
+scripts, or with "windows" or "windows-console" and the folder where the programs were built; then
+with the simulator.
 """
 
 import functools
@@ -25,6 +26,10 @@ def this_platform():
         from windows_platform import Windows
 
         return Windows(sys.argv[2])
+    if sys.argv[1] == "windows-console":
+        from windows_platform import WindowsConsole
+
+        return WindowsConsole(sys.argv[2])
     if sys.argv[1] == "console":
         from console_platform import Console
 

@@ -8,6 +8,7 @@ import shutil
 import subprocess
 import tempfile
 
+import console_platform
 from any_user import AnyUser, Box
 from screen import output_of
 
@@ -107,6 +108,18 @@ class Windows:
     def refusals(self, _):
         """What does not open, and why, in the system's words; nothing is held."""
         return [([], "COM1: "), ([__file__], "COM1: ")], None
+
+
+class WindowsConsole(Windows):
+    """The command for scripts."""
+
+    def user(self, *devices):
+        self.attach(*devices)
+        # The services of Wine would print into the streams of the program that starts them.
+        self.reader = self.reader or Reader(self)
+        self.reader.windows()
+        program = self.build / "program/command/ZendorSerialNumber.exe"
+        return console_platform.User(["wine", program, "1"], env=self.environment)
 
 
 Row = collections.namedtuple("Row", "level kind state left top right bottom text")

@@ -14,6 +14,7 @@
 #include "platform/shared/steady_clock.h"
 #include "platform/win32/win32_desktop.h"
 #include "platform/win32/win32_form.h"
+#include "platform/win32/win32_port_devices.h"
 #include "platform/win32/win32_serial_port.h"
 
 namespace {
@@ -91,7 +92,7 @@ class TimedEvents final : public zendor::FormEvents {
 int main(int argc, char** argv) {
   if (argc != 2) return EXIT_FAILURE;
   zendor::Win32Form form(zendor::frmStartup::description());
-  zendor::Win32SerialPort port;
+  zendor::Win32SerialPort port{&zendor::comPortOf};
   zendor::Win32Desktop desktop(form.calls());
   const zendor::SteadyClock clock;
   zendor::frmStartup startup(form, port, desktop, clock, {}, {});

@@ -88,6 +88,8 @@ std::optional<COMSTAT> queuesOf(HANDLE device) {
 
 }  // namespace
 
+Win32SerialPort::Win32SerialPort(NameOfPort nameOfPort) : nameOfPort_(std::move(nameOfPort)) {}
+
 Win32SerialPort::~Win32SerialPort() { close(); }
 
 bool Win32SerialPort::isOpen() const { return device_ != nullptr; }
@@ -189,9 +191,7 @@ DWORD Win32SerialPort::outcomeOf(Write& write) const {
   return count < write.bytes.size() ? ERROR_TIMEOUT : ERROR_SUCCESS;
 }
 
-std::string Win32SerialPort::deviceName() const {
-  return "COM" + std::to_string(configuration.portNumber);
-}
+std::string Win32SerialPort::deviceName() const { return nameOfPort_(configuration.portNumber); }
 
 void Win32SerialPort::failToOpen(DWORD error) const {
   fail(error, adviceOnOpen(error, deviceName()));

@@ -3,7 +3,9 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "platform/serial_port.h"
@@ -13,7 +15,10 @@ namespace zendor {
 
 class Win32SerialPort final : public SerialPort {
  public:
-  Win32SerialPort() = default;
+  // The name of a port, "COM1". Asked at every open.
+  using NameOfPort = std::function<std::string(int portNumber)>;
+
+  explicit Win32SerialPort(NameOfPort nameOfPort);
   ~Win32SerialPort() override;
 
   bool isOpen() const override;
@@ -40,6 +45,7 @@ class Win32SerialPort final : public SerialPort {
   [[noreturn]] void failToOpen(DWORD error) const;
   [[noreturn]] void fail(DWORD error, const std::string& advice) const;
 
+  const NameOfPort nameOfPort_;
   Handle device_;                               // none while closed
   std::vector<std::unique_ptr<Write>> writes_;  // whose outcome is still to be asked for
   std::vector<std::uint8_t> received_;

@@ -5,6 +5,7 @@
 #include "platform/shared/steady_clock.h"
 #include "platform/win32/win32_desktop.h"
 #include "platform/win32/win32_form.h"
+#include "platform/win32/win32_port_devices.h"
 #include "platform/win32/win32_regional.h"
 #include "platform/win32/win32_serial_port.h"
 #include "program/version.h"
@@ -12,7 +13,7 @@
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   using namespace zendor;
   Win32Form form(frmStartup::description());
-  Win32SerialPort port;
+  Win32SerialPort port{&comPortOf};
   Win32Desktop desktop(form.calls());
   const SteadyClock clock;
   frmStartup startup(form, port, desktop, clock, userRegional(), kVersion);

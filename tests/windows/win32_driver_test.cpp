@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "platform/win32/win32_port_devices.h"
 #include "platform/win32/win32_serial_port.h"
 
 namespace {
@@ -46,7 +47,7 @@ class Win32DriverTest : public testing::Test {
   }
 
   const std::vector<std::uint8_t> frame{80, 0, 1, 254, 177};
-  zendor::Win32SerialPort port;
+  zendor::Win32SerialPort port{&zendor::comPortOf};
 };
 
 TEST_F(Win32DriverTest, OpensThePortUnsharedWithItsLinesOnAndReadsThatDoNotWait) {

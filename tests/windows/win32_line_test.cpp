@@ -7,6 +7,7 @@
 #include <numeric>
 #include <vector>
 
+#include "platform/win32/win32_port_devices.h"
 #include "platform/win32/win32_serial_port.h"
 
 namespace zendor {
@@ -27,7 +28,7 @@ class Win32LineTest : public testing::Test {
     ASSERT_EQ(port.bytesWaiting(), count);
   }
 
-  Win32SerialPort port;
+  Win32SerialPort port{&comPortOf};
 };
 
 TEST_F(Win32LineTest, CarriesEveryByteValueGivesAllThatWaitsAtOnceAndDiscardsIt) {

@@ -1,0 +1,13 @@
+# CLI11::CLI11, which consists of headers alone: those of this system serve another one as well, but
+# without the other headers beside them.
+if(CMAKE_CROSSCOMPILING)
+  find_path(CLI11_HEADERS CLI/CLI.hpp HINTS /usr/include NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH
+            REQUIRED)
+  set(folder ${PROJECT_BINARY_DIR}/cli11)
+  file(MAKE_DIRECTORY ${folder})
+  file(CREATE_LINK ${CLI11_HEADERS}/CLI ${folder}/CLI SYMBOLIC)
+  add_library(CLI11::CLI11 INTERFACE IMPORTED GLOBAL)
+  target_include_directories(CLI11::CLI11 SYSTEM INTERFACE ${folder})
+else()
+  find_package(CLI11 REQUIRED)
+endif()

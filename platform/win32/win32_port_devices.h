@@ -1,0 +1,14 @@
+// The serial ports of a Windows computer by their numbers.
+#pragma once
+
+#include <string>
+
+namespace zendor {
+
+// "COM1" is the port with the number 1.
+std::string comPortOf(int portNumber);
+
+// For people: "COM1", or that there is no such port.
+std::string describePort(int portNumber);
+
+}  // namespace zendor

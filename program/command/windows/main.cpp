@@ -1,0 +1,33 @@
+// The command on the serial ports of a Windows computer.
+#include <algorithm>
+#include <cctype>
+
+#include "platform/win32/win32_console.h"
+#include "platform/win32/win32_port_devices.h"
+#include "platform/win32/win32_serial_port.h"
+#include "program/command/serial_number_command.h"
+
+namespace {
+
+bool isComPort(const std::string& text) {
+  return text.starts_with("COM") && text.size() > 3 && text[3] != '0' &&
+         std::ranges::all_of(text.substr(3), [](unsigned char c) { return std::isdigit(c) != 0; });
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  using namespace zendor;
+  const ReadableErrors errors;
+  return runSerialNumberCommand(
+      argc, argv,
+      {.name = "ZendorSerialNumber",
+       .deviceHelp = "a port such as COM5",
+       .isDevice = &isComPort,
+       .numberedPorts = [] { return std::make_unique<Win32SerialPort>(&comPortOf); },
+       .namedPort =
+           [](const std::string& device) {
+             return std::make_unique<Win32SerialPort>([=](int) { return device; });
+           },
+       .describePort = &describePort});
+}
