@@ -3,10 +3,10 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <numeric>
 #include <string>
 
 #include "platform/shared/twips.h"
+#include "platform/win32/win32_result_box.h"
 #include "platform/win32/win32_text.h"
 
 namespace zendor {
@@ -18,23 +18,11 @@ struct ControlClass {
   DWORD style = 0;
 };
 
-// A bordered label is a box for a value: a read-only edit field, so that the value can be selected
-// and copied and is read out under the name of the label before it. The Tab key passes it by, and
-// what is selected shows without the keyboard's focus.
-ControlClass classOfLabel(const FormControl& label) {
-  if (label.kind == ControlKind::ResultBox) {
-    const DWORD alignment = label.centred ? ES_CENTER : ES_LEFT;
-    return {WC_EDITW, WS_BORDER | ES_READONLY | ES_AUTOHSCROLL | ES_NOHIDESEL | alignment};
-  }
-  const DWORD alignment = label.centred ? SS_CENTER : SS_LEFT;
-  return {WC_STATICW, SS_NOPREFIX | alignment};
-}
-
 ControlClass classOf(const FormControl& control) {
   switch (control.kind) {
     case ControlKind::Label:
-    case ControlKind::ResultBox:
-      return classOfLabel(control);
+    case ControlKind::ResultBox:  // has a file of its own
+      return {WC_STATICW, SS_NOPREFIX | static_cast<DWORD>(control.centred ? SS_CENTER : SS_LEFT)};
     case ControlKind::OptionButton:
       return {WC_BUTTONW,
               BS_AUTORADIOBUTTON | static_cast<DWORD>(control.selected ? WS_TABSTOP : 0)};
@@ -44,63 +32,62 @@ ControlClass classOf(const FormControl& control) {
   return {};
 }
 
+// A child window takes its number in the place of a menu.
+HMENU numberOf(const FormControl& control) {
+  const UINT_PTR number = control.kind == ControlKind::PushButton ? IDOK : 0;
+  return reinterpret_cast<HMENU>(number);  // NOLINT(performance-no-int-to-ptr)
+}
+
+HWND createControl(HWND frame, const FormControl& control, DWORD groupStyle) {
+  if (control.kind == ControlKind::ResultBox) return createResultBox(frame, control);
+  const auto [name, ownStyle] = classOf(control);
+  const HWND window = CreateWindowExW(0, name, wideFromUtf8(control.caption).c_str(),
+                                      WS_CHILD | WS_VISIBLE | ownStyle | groupStyle, 0, 0, 0, 0,
+                                      frame, numberOf(control), nullptr, nullptr);
+  if (control.selected) SendMessageW(window, BM_SETCHECK, BST_CHECKED, 0);
+  return window;
+}
+
 bool takesKeyboard(const FormControl& control) {
   return control.kind == ControlKind::OptionButton || control.kind == ControlKind::PushButton;
 }
 
-// Labels come first and as described, since a label names what follows it; then, by the tab index,
-// what takes the keyboard.
-std::vector<std::size_t> creationOrder(const std::vector<FormControl>& controls) {
-  std::vector<std::size_t> order(controls.size());
-  std::iota(order.begin(), order.end(), 0U);
-  std::ranges::stable_sort(order, {}, [&](std::size_t position) {
-    const FormControl& control = controls[position];
+// Labels come first and in the order of the description, because a label names the box after it;
+// then, by the tab index, what takes the keyboard.
+std::vector<Win32Control> creationOrder(const std::vector<FormControl>& controls) {
+  std::vector<Win32Control> order;
+  for (const FormControl& control : controls) order.push_back({control});
+  std::ranges::stable_sort(order, {}, [](const Win32Control& control) {
     return takesKeyboard(control) ? control.tabIndex : -1;
   });
   return order;
 }
 
-// A child window takes its number in the place of a menu.
-HMENU controlNumber(std::size_t position) {
-  const UINT_PTR number = position + kFirstControlNumber;
-  return reinterpret_cast<HMENU>(number);  // NOLINT(performance-no-int-to-ptr)
-}
-
-// The arrow keys move within a group, which ends where the next one starts.
-bool startsGroup(const FormControl& control, const FormControl* former) {
-  return control.kind != ControlKind::OptionButton || former == nullptr ||
-         former->kind != ControlKind::OptionButton;
-}
-
 }  // namespace
 
-void createControls(HWND frame, const std::vector<FormControl>& controls) {
+// The arrow keys move within a group. A group ends where the next one starts, so every control but
+// the later option buttons starts one.
+std::vector<Win32Control> createControls(HWND frame, const std::vector<FormControl>& controls) {
   const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&classes);
-  const FormControl* former = nullptr;
-  for (const std::size_t position : creationOrder(controls)) {
-    const FormControl& control = controls[position];
-    const auto [name, ownStyle] = classOf(control);
-    const DWORD style = WS_CHILD | WS_VISIBLE | ownStyle;
-    const DWORD groupStyle = startsGroup(control, former) ? WS_GROUP : 0;
-    const HWND window =
-        CreateWindowExW(0, name, wideFromUtf8(control.caption).c_str(), style | groupStyle, 0, 0, 0,
-                        0, frame, controlNumber(position), nullptr, nullptr);
-    if (control.selected) SendMessageW(window, BM_SETCHECK, BST_CHECKED, 0);
-    former = &control;
+  std::vector<Win32Control> result = creationOrder(controls);
+  bool isInGroup = false;
+  for (Win32Control& control : result) {
+    const bool isOption = control.kind == ControlKind::OptionButton;
+    control.window = createControl(frame, control, isOption && isInGroup ? 0 : WS_GROUP);
+    isInGroup = isOption;
   }
+  return result;
 }
 
-std::vector<FontHandle> layOutControls(HWND frame, const std::vector<FormControl>& controls) {
+std::vector<FontHandle> layOutControls(HWND frame, const std::vector<Win32Control>& controls) {
   const UINT dotsPerInch = GetDpiForWindow(frame);
   std::vector<FontHandle> fonts;
-  int number = kFirstControlNumber;
-  for (const FormControl& control : controls) {
-    const HWND window = GetDlgItem(frame, number++);
+  for (const Win32Control& control : controls) {
     const PixelRect place = pixelsFromTwips(control.rect, dotsPerInch);
     fonts.push_back(fontOf(control, dotsPerInch));
-    SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(fonts.back().get()), FALSE);
-    SetWindowPos(window, nullptr, place.left, place.top, place.width, place.height,
+    SendMessageW(control.window, WM_SETFONT, reinterpret_cast<WPARAM>(fonts.back().get()), FALSE);
+    SetWindowPos(control.window, nullptr, place.left, place.top, place.width, place.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
   }
   return fonts;
@@ -118,6 +105,15 @@ HMENU createMenuBar(const std::vector<FormMenu>& menus) {
                 wideFromUtf8(menu.caption).c_str());
   }
   return bar;
+}
+
+void setMenuCaption(HMENU bar, std::size_t menu, const std::string& caption) {
+  std::wstring text = wideFromUtf8(caption);
+  MENUITEMINFOW item{};
+  item.cbSize = sizeof item;
+  item.fMask = MIIM_STRING;
+  item.dwTypeData = text.data();
+  SetMenuItemInfoW(bar, static_cast<UINT>(menu), TRUE, &item);
 }
 
 }  // namespace zendor

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <cstddef>
+#include <string>
 #include <vector>
 
 #include "platform/form.h"
@@ -10,18 +12,23 @@
 
 namespace zendor {
 
-// The number of controls[0] in messages; the others follow in the order of the description.
-inline constexpr int kFirstControlNumber = 100;
+// A described control and the window that shows it.
+struct Win32Control : FormControl {
+  HWND window = nullptr;
+};
 
 // Makes the controls as children of the frame, without places and fonts yet, in the order in which
-// the keyboard and screen readers go through them.
-void createControls(HWND frame, const std::vector<FormControl>& controls);
+// the keyboard and screen readers go through them. Returns them in the same order. The push button
+// has the number IDOK.
+std::vector<Win32Control> createControls(HWND frame, const std::vector<FormControl>& controls);
 
 // Puts the controls where they belong at the frame's density. Returns the fonts that they use from
 // then on.
-std::vector<FontHandle> layOutControls(HWND frame, const std::vector<FormControl>& controls);
+std::vector<FontHandle> layOutControls(HWND frame, const std::vector<Win32Control>& controls);
 
 // The window that takes the bar owns it. The menus stand in it as described.
 HMENU createMenuBar(const std::vector<FormMenu>& menus);
+
+void setMenuCaption(HMENU bar, std::size_t menu, const std::string& caption);
 
 }  // namespace zendor

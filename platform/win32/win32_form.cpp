@@ -1,14 +1,12 @@
 #include "platform/win32/win32_form.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
+#include <iterator>
 #include <thread>
 #include <utility>
 
-#include "platform/shared/readable_color.h"
-#include "platform/win32/win32_controls.h"
 #include "platform/win32/win32_frame.h"
+#include "platform/win32/win32_result_box.h"
 #include "platform/win32/win32_text.h"
 
 namespace zendor {
@@ -21,16 +19,6 @@ Pointer pointerIn(Parameter parameter) {
   return reinterpret_cast<Pointer>(parameter);  // NOLINT(performance-no-int-to-ptr)
 }
 
-Rgb rgbOf(COLORREF color) { return {GetRValue(color), GetGValue(color), GetBValue(color)}; }
-
-bool isCopyKey(const MSG& message) {
-  return message.message == WM_KEYDOWN && message.wParam == 'C' && GetKeyState(VK_CONTROL) < 0;
-}
-
-bool isPress(UINT message) { return message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK; }
-
-bool isRelease(UINT message) { return message == WM_LBUTTONUP || message == WM_RBUTTONUP; }
-
 POINT topLeftOf(const RECT& rect) { return {rect.left, rect.top}; }
 
 POINT topLeftOf(HWND window) {
@@ -39,17 +27,27 @@ POINT topLeftOf(HWND window) {
   return topLeftOf(rect);
 }
 
+// The copy keys give this command wherever the keyboard focus is. In a WM_COMMAND, the upper half
+// of the number says that a key of the table has given the command.
+constexpr WORD kCopy = 1;
+constexpr WPARAM kCopyByKey = MAKEWPARAM(kCopy, 1);
+
+HACCEL createKeys() {
+  ACCEL keys[] = {{FVIRTKEY | FCONTROL, 'C', kCopy}, {FVIRTKEY | FCONTROL, VK_INSERT, kCopy}};
+  return CreateAcceleratorTableW(keys, std::size(keys));
+}
+
 }  // namespace
 
 Win32Form::Win32Form(FormDescription description)
-    : description_(std::move(description)), window_(createFrame(description_, &windowProcedure)) {
+    : description_(std::move(description)),
+      window_(createFrame(description_, &windowProcedure)),
+      controls_(createControls(window_, description_.controls)),
+      resultBox_(std::ranges::find(controls_, ControlKind::ResultBox, &Win32Control::kind)->window),
+      focused_(std::ranges::min_element(controls_, {}, &Win32Control::tabIndex)->window) {
   SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-  createControls(window_, description_.controls);
-  valueBox_ = FindWindowExW(window_, nullptr, WC_EDITW, nullptr);
   centreFrame(window_, description_);
-  fonts_ = layOutControls(window_, description_.controls);
-  focused_ =
-      windowOf(std::ranges::min_element(description_.controls, {}, &FormControl::tabIndex)->id);
+  fonts_ = layOutControls(window_, controls_);
 }
 
 void Win32Form::run(FormEvents& events) {
@@ -58,9 +56,13 @@ void Win32Form::run(FormEvents& events) {
   ShowWindow(window_, SW_SHOWNORMAL);
   events.Form_Activate();
   std::thread([this] { raiseClicks(); }).detach();
+  const HACCEL keys = createKeys();
   for (MSG message{};;) {
     GetMessageW(&message, nullptr, 0, 0);
-    dispatch(message);
+    if (TranslateAcceleratorW(window_, keys, &message)) continue;
+    if (IsDialogMessageW(window_, &message)) continue;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
   }
 }
 
@@ -76,49 +78,44 @@ void Win32Form::setCaption(const std::string& caption) {
 
 void Win32Form::setMenuCaption(std::string_view menu, const std::string& caption) {
   const auto found = std::ranges::find(description_.menus, menu, &FormMenu::name);
-  const auto position = static_cast<UINT>(found - description_.menus.begin());
-  std::wstring text = wideFromUtf8(caption);
-  MENUITEMINFOW item{};
-  item.cbSize = sizeof item;
-  item.fMask = MIIM_STRING;
-  item.dwTypeData = text.data();
-  SetMenuItemInfoW(GetMenu(window_), position, TRUE, &item);
+  const auto position = static_cast<std::size_t>(found - description_.menus.begin());
+  zendor::setMenuCaption(GetMenu(window_), position, caption);
   DrawMenuBar(window_);
 }
 
 void Win32Form::setCaption(const ControlId& control, const std::string& caption) {
-  calls_.call([window = windowOf(control), text = wideFromUtf8(caption)] {
+  calls_.call([window = controlOf(control).window, text = wideFromUtf8(caption)] {
     SetWindowTextW(window, text.c_str());
   });
 }
 
-// While the control that had the focus is disabled, the frame has it: without any focus the Tab key
-// would be dead. A focus that the user moves meanwhile stays where it is. A click that came before
-// and still waits is lost.
+// While the control that had the focus is disabled, the frame has the focus: without any focus the
+// Tab key would be dead. Where the user moves the focus meanwhile, it stays. A click on the control
+// that still waits to be raised is dropped, because the control is disabled by then.
 void Win32Form::setEnabled(const ControlId& control, bool enabled) {
   calls_.call([=, this] {
-    const HWND child = windowOf(control);
-    const bool losesFocus = !enabled && GetFocus() == child;
-    EnableWindow(child, enabled);
-    if (!enabled && clicked_ == &described(GetDlgCtrlID(child))) clicked_ = nullptr;
+    const HWND window = controlOf(control).window;
+    const bool losesFocus = !enabled && GetFocus() == window;
+    EnableWindow(window, enabled);
+    if (!enabled && clicked_ == &controlOf(control)) clicked_ = nullptr;
     if (losesFocus) {
-      focused_ = child;
+      focused_ = window;
       SetFocus(window_);
-    } else if (enabled && focused_ == child && GetFocus() == window_) {
-      SetFocus(child);
+    } else if (enabled && focused_ == window && GetFocus() == window_) {
+      SetFocus(window);
     }
   });
 }
 
 void Win32Form::setFocus(const ControlId& control) {
   calls_.call([=, this] {
-    focused_ = windowOf(control);
+    focused_ = controlOf(control).window;
     if (GetActiveWindow() == window_) SetFocus(focused_);
   });
 }
 
 bool Win32Form::isSelected(const ControlId& optionButton) const {
-  return SendMessageW(windowOf(optionButton), BM_GETCHECK, 0, 0) == BST_CHECKED;
+  return SendMessageW(controlOf(optionButton).window, BM_GETCHECK, 0, 0) == BST_CHECKED;
 }
 
 // The first messages come before the constructor has put the form in its window.
@@ -133,7 +130,8 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
   if (calls_.serve(message, lParam)) return 0;
   switch (message) {
     case WM_COMMAND:
-      if (lParam != 0 && HIWORD(wParam) == BN_CLICKED) click(LOWORD(wParam));
+      if (wParam == kCopyByKey) SendMessageW(resultBox_, WM_COPY, 0, 0);
+      if (HIWORD(wParam) == BN_CLICKED) click(pointerIn<HWND>(lParam));
       return 0;
     case WM_CLOSE:
       if (events_ != nullptr) events_->Form_Unload();
@@ -141,16 +139,17 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_ACTIVATE:
       if (LOWORD(wParam) == WA_INACTIVE) noteFocus();
       break;
+    case WM_PARENTNOTIFY:  // the mouse is pressed on a control, which may take the focus for it
+      noteFocus();
+      break;
     case WM_SETFOCUS:
       if (IsWindowEnabled(focused_)) SetFocus(focused_);
       return 0;
     case DM_GETDEFID:
-      return MAKELRESULT(defaultButtonNumber(), DC_HASDEFID);
+      return MAKELRESULT(IDOK, DC_HASDEFID);
     case WM_CTLCOLORSTATIC:
-      if (const HBRUSH brush = colorLabel(pointerIn<HWND>(lParam), pointerIn<HDC>(wParam))) {
-        return reinterpret_cast<LRESULT>(brush);
-      }
-      break;
+      if (pointerIn<HWND>(lParam) != resultBox_) break;
+      return reinterpret_cast<LRESULT>(colorResultBox(pointerIn<HDC>(wParam)));
     case WM_DPICHANGED:
       layOut(topLeftOf(*pointerIn<const RECT*>(lParam)));
       return 0;
@@ -163,88 +162,40 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
   return DefWindowProcW(window_, message, wParam, lParam);
 }
 
-// The box of the value has the keyboard only while the mouse selects in it, which it cannot
-// without.
-void Win32Form::dispatch(MSG& message) {
-  if (copiesValue(message)) return;
-  const bool isForValue = message.hwnd == valueBox_;
-  if (isForValue) noteFocus();
-  if (isForValue && isPress(message.message)) SetFocus(valueBox_);
-  if (!IsDialogMessageW(window_, &message)) {
-    TranslateMessage(&message);
-    DispatchMessageW(&message);
-  }
-  if (isForValue && isRelease(message.message)) SetFocus(window_);  // which hands it on
-}
-
 void Win32Form::noteFocus() {
   const HWND focus = GetFocus();
-  if (focus != valueBox_ && IsChild(window_, focus)) focused_ = focus;
-}
-
-// From wherever the keyboard is, the copy key takes what is selected of the value, or the whole.
-bool Win32Form::copiesValue(const MSG& message) const {
-  if (!isCopyKey(message)) return false;
-  DWORD start = 0;
-  DWORD end = 0;
-  SendMessageW(valueBox_, EM_GETSEL, reinterpret_cast<WPARAM>(&start),
-               reinterpret_cast<LPARAM>(&end));
-  if (start == end) SendMessageW(valueBox_, EM_SETSEL, 0, -1);
-  SendMessageW(valueBox_, WM_COPY, 0, 0);
-  SendMessageW(valueBox_, EM_SETSEL, start, static_cast<LPARAM>(end));
-  return true;
+  if (focus != resultBox_ && IsChild(window_, focus)) focused_ = focus;
 }
 
 // A program that operates windows for its user can press a button that is disabled.
-void Win32Form::click(int controlNumber) {
-  const FormControl& control = described(controlNumber);
-  if (control.kind != ControlKind::PushButton || !IsWindowEnabled(windowOf(control.id))) return;
-  clicked_ = &control;
+void Win32Form::click(HWND window) {
+  const auto control = std::ranges::find(controls_, window, &Win32Control::window);
+  if (control == controls_.end() || control->kind != ControlKind::PushButton) return;
+  if (!IsWindowEnabled(window)) return;
+  clicked_ = &*control;
   SetEvent(click_.get());
 }
 
-// What a click has called for is done before the next one is taken: it may have disabled the
-// button.
+// The calls of one click are done before the next click is taken, because they may have disabled
+// the button.
 void Win32Form::raiseClicks() {
   for (;;) {
     WaitForSingleObject(click_.get(), INFINITE);
-    if (const FormControl* const control = clicked_.exchange(nullptr)) {
+    if (const Win32Control* const control = clicked_.exchange(nullptr)) {
       events_->Control_Click(control->id);
-      SendMessageW(window_, WM_NULL, 0, 0);  // comes behind the calls
+      SendMessageW(window_, WM_NULL, 0, 0);  // returns after the calls before it
     }
   }
 }
 
-int Win32Form::defaultButtonNumber() const {
-  const auto button =
-      std::ranges::find(description_.controls, ControlKind::PushButton, &FormControl::kind);
-  return static_cast<int>(button - description_.controls.begin()) + kFirstControlNumber;
-}
-
-// None: the colours of every label.
-HBRUSH Win32Form::colorLabel(HWND label, HDC context) const {
-  if (label != valueBox_) return nullptr;
-  const COLORREF background = GetSysColor(COLOR_HIGHLIGHTTEXT);
-  const Rgb text = readableOn(rgbOf(background), rgbOf(GetSysColor(COLOR_WINDOWTEXT)));
-  SetBkColor(context, background);
-  SetTextColor(context, RGB(text.red, text.green, text.blue));
-  return GetSysColorBrush(COLOR_HIGHLIGHTTEXT);
-}
-
 void Win32Form::layOut(POINT topLeft) {
   placeFrame(window_, description_, topLeft);
-  fonts_ = layOutControls(window_, description_.controls);
+  fonts_ = layOutControls(window_, controls_);
   InvalidateRect(window_, nullptr, TRUE);
 }
 
-const FormControl& Win32Form::described(int controlNumber) const {
-  return description_.controls[static_cast<std::size_t>(controlNumber - kFirstControlNumber)];
-}
-
-HWND Win32Form::windowOf(const ControlId& control) const {
-  const auto found = std::ranges::find(description_.controls, control, &FormControl::id);
-  const auto position = static_cast<int>(found - description_.controls.begin());
-  return GetDlgItem(window_, position + kFirstControlNumber);
+const Win32Control& Win32Form::controlOf(const ControlId& id) const {
+  return *std::ranges::find(controls_, id, &Win32Control::id);
 }
 
 }  // namespace zendor

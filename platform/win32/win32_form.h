@@ -11,22 +11,20 @@
 
 #include "platform/form.h"
 #include "platform/win32/win32_calls.h"
-#include "platform/win32/win32_fonts.h"
+#include "platform/win32/win32_controls.h"
 #include "platform/win32/win32_handle.h"
 
 namespace zendor {
 
-// Two threads. The window belongs to the one that makes and runs the form, which does nothing but
-// serve it. Clicks are events of a thread of their own: Windows serves an open menu and a held
-// title bar in loops that it does not leave, and a driver may take its time over a port, so whoever
-// waited for a reply on the window's thread would stand still there, or make it stand still. A
-// fiber would save the thread, but it could run in those loops only as often as a timer fires,
-// could not leave a driver, and would swap stacks amid the calls that those loops make into the
-// window.
+// Two threads. The window belongs to the thread that makes and runs the form and does nothing but
+// serve it. While a menu is open or the title bar is held, Windows runs a loop of its own. A
+// request on the window's thread would freeze in that loop, and a slow driver would freeze the
+// window. So clicks are raised on a second thread. (A fiber in place of the second thread could run
+// in those loops only as often as a timer fires, and a slow driver would freeze the window all the
+// same.)
 //
-// All that changes here belongs to the window's thread, but for the click that one hands the other.
-// What else the events use belongs to theirs, so Form_Unload, which comes on the window's thread at
-// any time, may do nothing but end the program.
+// The members belong to the window's thread, except for the click that it hands to the other
+// thread. Form_Unload comes on the window's thread, even during a click.
 class Win32Form final : public Form {
  public:
   explicit Win32Form(FormDescription description);
@@ -47,28 +45,24 @@ class Win32Form final : public Form {
  private:
   static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
-  void dispatch(MSG& message);
   void noteFocus();
-  bool copiesValue(const MSG& message) const;
 
-  void click(int controlNumber);
+  void click(HWND window);
   [[noreturn]] void raiseClicks();
-  int defaultButtonNumber() const;
-  HBRUSH colorLabel(HWND label, HDC context) const;
   void layOut(POINT topLeft);
 
-  const FormControl& described(int controlNumber) const;
-  HWND windowOf(const ControlId& control) const;
+  const Win32Control& controlOf(const ControlId& id) const;
 
   const FormDescription description_;
   const HWND window_;
   WindowCalls calls_{window_};
+  const std::vector<Win32Control> controls_;
+  const HWND resultBox_;
   FormEvents* events_ = nullptr;  // none before run()
-  HWND valueBox_ = nullptr;       // the bordered label
-  HWND focused_ = nullptr;        // gets the keyboard back with the window's activation
+  HWND focused_;                  // the control that has the focus whenever the window is active
   std::vector<FontHandle> fonts_;
 
-  std::atomic<const FormControl*> clicked_ = nullptr;                 // its event is still to come
+  std::atomic<const Win32Control*> clicked_ = nullptr;  // its click is still to be raised
   const Handle click_{CreateEventW(nullptr, FALSE, FALSE, nullptr)};  // wakes who raises it
 };
 

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/shared/line_settings.h"
+#include "platform/win32/win32_port_errors.h"
 #include "platform/win32/win32_text.h"
 
 namespace zendor {
@@ -12,36 +13,7 @@ namespace zendor {
 namespace {
 
 constexpr DWORD kQueueSize = 4096;
-constexpr DWORD kWriteTimeoutMs = 1000;  // a frame of the greatest length takes 270 at 9600 baud
-
-// The system's own text, on one line.
-std::string systemText(DWORD error) {
-  wchar_t text[512];
-  const DWORD length = FormatMessageW(
-      FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK,
-      nullptr, error, 0, text, static_cast<DWORD>(std::size(text)), nullptr);
-  std::string utf8 = utf8FromWide({text, length});
-  utf8.erase(utf8.find_last_not_of(" \r\n") + 1);
-  return utf8.empty() ? "Error " + std::to_string(error) + "." : utf8;
-}
-
-// What a person can do about a port that does not open, where the system's text leaves that open.
-std::string adviceOnOpen(DWORD error, const std::string& name) {
-  switch (error) {
-    case ERROR_FILE_NOT_FOUND:
-      return " Plug in the adapter, or give it the number " + name + " in the Device Manager.";
-    case ERROR_ACCESS_DENIED:
-    case ERROR_SHARING_VIOLATION:
-      return " Most likely another program is using " + name + ": close that program.";
-    case ERROR_INVALID_FUNCTION:
-      return " It is not a serial port, or its adapter has been pulled out.";
-    default:
-      return {};
-  }
-}
-
-// Drivers differ in the error of a device that has been removed.
-constexpr const char* kAdviceOnWrite = " If its adapter has been pulled out, plug it in again.";
+constexpr DWORD kWriteTimeoutMs = 1000;  // the longest frame takes 270 ms at 9600 baud
 
 // 8 data bits without parity, no flow control; DTR and RTS stay on, since interfaces are often fed
 // from them.
@@ -65,12 +37,12 @@ DCB lineOf(int baud) {
   line.ByteSize = 8;
   line.Parity = NOPARITY;
   line.StopBits = ONESTOPBIT;
-  line.XonChar = 0x11;  // unused, but drivers refuse equal ones
+  line.XonChar = 0x11;  // flow control is off, but drivers refuse two equal characters
   line.XoffChar = 0x13;
   return line;
 }
 
-// Reads give what waits and end at once; a write ends even if the driver never takes the bytes.
+// A read gives what waits and ends at once. A write ends even if the driver never takes the bytes.
 COMMTIMEOUTS timeouts() {
   COMMTIMEOUTS result{};
   result.ReadIntervalTimeout = MAXDWORD;
@@ -99,7 +71,7 @@ void Win32SerialPort::open() {
   constexpr DWORD kNotShared = 0;
   const HANDLE handle = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, kNotShared, nullptr,
                                     OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
-  if (handle == INVALID_HANDLE_VALUE) failToOpen(GetLastError());
+  if (handle == INVALID_HANDLE_VALUE) throw refusedOpen(deviceName(), GetLastError());
   Handle device(handle);
   configure(handle);
   device_ = std::move(device);
@@ -108,13 +80,13 @@ void Win32SerialPort::open() {
 void Win32SerialPort::configure(HANDLE device) const {
   DCB line = lineOf(baudRateOfSettings(configuration.settings, ERROR_INVALID_PARAMETER));
   SetupComm(device, kQueueSize, kQueueSize);  // a driver that refuses keeps its own queues
-  if (!SetCommState(device, &line)) failToOpen(GetLastError());
+  if (!SetCommState(device, &line)) throw refusedOpen(deviceName(), GetLastError());
   COMMTIMEOUTS limits = timeouts();
-  if (!SetCommTimeouts(device, &limits)) failToOpen(GetLastError());
+  if (!SetCommTimeouts(device, &limits)) throw refusedOpen(deviceName(), GetLastError());
 }
 
-// A close of an open device cannot fail, not even when the adapter has been pulled out. It waits
-// for no write: one that the driver has not given up by then is left to it for good.
+// A close of an open device cannot fail, not even when the adapter has been pulled out. It does not
+// wait for a write: the memory of a write that the driver has not given up is left to the driver.
 void Win32SerialPort::close() {
   for (const auto& write : writes_) CancelIoEx(device_.get(), &write->state);
   device_.reset();
@@ -144,7 +116,7 @@ std::span<const std::uint8_t> Win32SerialPort::readAll() {
 
 void Win32SerialPort::discardWaiting() { PurgeComm(device_.get(), PURGE_RXCLEAR); }
 
-// A driver need not count in its queue what is under way to it.
+// cbOutQue may leave out the bytes of a write that is still pending, so those are counted too.
 std::size_t Win32SerialPort::bytesToSend() {
   const auto queues = queuesOf(device_.get());
   if (!queues) return 0;
@@ -155,9 +127,9 @@ std::size_t Win32SerialPort::bytesToSend() {
   return std::max<std::size_t>(queues->cbOutQue, underWay);
 }
 
-// Windows returns at once; a driver that keeps to its time-outs has done with the bytes after
-// kWriteTimeoutMs at the latest. What it could not do shows in the next write, if not already in
-// this one; the bytes of this one are handed over all the same.
+// Windows returns at once, and a driver that keeps its time-outs is done with the bytes after
+// kWriteTimeoutMs at the latest. A write that fails later is reported by the next write, which
+// hands over its own bytes all the same.
 void Win32SerialPort::write(std::span<const std::uint8_t> bytes) {
   const DWORD earlier = settleWrites();
   Write& write = *writes_.emplace_back(std::make_unique<Write>());
@@ -167,13 +139,13 @@ void Win32SerialPort::write(std::span<const std::uint8_t> bytes) {
       GetLastError() != ERROR_IO_PENDING) {
     const DWORD error = GetLastError();
     writes_.pop_back();
-    fail(error, kAdviceOnWrite);
+    throw refusedWrite(deviceName(), error);
   }
   const DWORD outcome = earlier != ERROR_SUCCESS ? earlier : settleWrites();
-  if (outcome != ERROR_SUCCESS) fail(outcome, kAdviceOnWrite);
+  if (outcome != ERROR_SUCCESS) throw refusedWrite(deviceName(), outcome);
 }
 
-// Lets go of the writes that have ended; the error of the first that has failed.
+// Forgets the writes that have ended. Returns the error of the first one that has failed.
 DWORD Win32SerialPort::settleWrites() {
   DWORD first = ERROR_SUCCESS;
   std::erase_if(writes_, [&](const auto& write) {
@@ -192,14 +164,5 @@ DWORD Win32SerialPort::outcomeOf(Write& write) const {
 }
 
 std::string Win32SerialPort::deviceName() const { return nameOfPort_(configuration.portNumber); }
-
-void Win32SerialPort::failToOpen(DWORD error) const {
-  fail(error, adviceOnOpen(error, deviceName()));
-}
-
-void Win32SerialPort::fail(DWORD error, const std::string& advice) const {
-  throw PortError{static_cast<std::int32_t>(error),
-                  deviceName() + ": " + systemText(error) + advice};
-}
 
 }  // namespace zendor

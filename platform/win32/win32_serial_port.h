@@ -31,7 +31,7 @@ class Win32SerialPort final : public SerialPort {
   void write(std::span<const std::uint8_t> bytes) override;
 
  private:
-  // Bytes that have been handed over. The driver needs both parts until it has done with them.
+  // Bytes that have been handed over. The driver uses both members until the write has ended.
   struct Write {
     std::vector<std::uint8_t> bytes;
     OVERLAPPED state{};
@@ -42,12 +42,10 @@ class Win32SerialPort final : public SerialPort {
 
   std::string deviceName() const;
   void configure(HANDLE device) const;
-  [[noreturn]] void failToOpen(DWORD error) const;
-  [[noreturn]] void fail(DWORD error, const std::string& advice) const;
 
   const NameOfPort nameOfPort_;
-  Handle device_;                               // none while closed
-  std::vector<std::unique_ptr<Write>> writes_;  // whose outcome is still to be asked for
+  Handle device_;                               // none while the port is closed
+  std::vector<std::unique_ptr<Write>> writes_;  // those whose outcome nobody has asked for yet
   std::vector<std::uint8_t> received_;
 };
 

@@ -13,16 +13,14 @@ namespace {
 constexpr ULONG_PTR kDone = 0, kPending = 0x103, kDeviceRemoved = 0xC00002B6;
 
 struct Driver {
-  std::vector<DWORD> settings;  // in the order of an open
+  DWORD access = 0, sharing = 0, creation = 0, flags = 0;
+  DCB line{};
+  COMMTIMEOUTS limits{};
   const std::uint8_t* bytes = nullptr;
   OVERLAPPED *write = nullptr, *cancelled = nullptr;
   BOOL endsAtOnce = FALSE, isThere = TRUE;
   DWORD queued = 0, openError = ERROR_SUCCESS;
 
-  BOOL set(std::initializer_list<DWORD> values) {
-    settings.insert(settings.end(), values);
-    return TRUE;
-  }
   void end(ULONG_PTR status, ULONG_PTR count) const {
     write->InternalHigh = count;
     write->Internal = status;
@@ -51,12 +49,40 @@ class Win32DriverTest : public testing::Test {
 };
 
 TEST_F(Win32DriverTest, OpensThePortUnsharedWithItsLinesOnAndReadsThatDoNotWait) {
-  constexpr DWORD kNotShared = 0, kChanged = 0;
-  EXPECT_EQ(
-      driver.settings,
-      (std::vector<DWORD>{GENERIC_READ | GENERIC_WRITE, kNotShared, OPEN_EXISTING,
-                          FILE_FLAG_OVERLAPPED, 9600, 8, NOPARITY, ONESTOPBIT, DTR_CONTROL_ENABLE,
-                          RTS_CONTROL_ENABLE, kChanged, MAXDWORD, 0, 0, 0, 1000}));
+  const DCB& line = driver.line;
+  const COMMTIMEOUTS& limits = driver.limits;
+  const struct {
+    const char* field;
+    DWORD value, expected;
+  } rows[] = {
+      {"access", driver.access, GENERIC_READ | GENERIC_WRITE},
+      {"sharing", driver.sharing, 0},
+      {"creation", driver.creation, OPEN_EXISTING},
+      {"flags", driver.flags, FILE_FLAG_OVERLAPPED},
+      {"baud rate", line.BaudRate, 9600},
+      {"data bits", line.ByteSize, 8},
+      {"parity", line.Parity, NOPARITY},
+      {"parity check", line.fParity, FALSE},
+      {"stop bits", line.StopBits, ONESTOPBIT},
+      {"DTR", line.fDtrControl, DTR_CONTROL_ENABLE},
+      {"RTS", line.fRtsControl, RTS_CONTROL_ENABLE},
+      {"sending waits for CTS", line.fOutxCtsFlow, FALSE},
+      {"sending waits for DSR", line.fOutxDsrFlow, FALSE},
+      {"receiving takes DSR", line.fDsrSensitivity, FALSE},
+      {"sending obeys XOFF", line.fOutX, FALSE},
+      {"receiving sends XOFF", line.fInX, FALSE},
+      {"XON and XOFF are one", line.XonChar == line.XoffChar, FALSE},
+      {"zero bytes are dropped", line.fNull, FALSE},
+      {"wrong bytes are replaced", line.fErrorChar, FALSE},
+      {"an error stops the line", line.fAbortOnError, FALSE},
+      {"bytes are never translated", line.fBinary, TRUE},
+      {"read: interval", limits.ReadIntervalTimeout, MAXDWORD},
+      {"read: ms a byte", limits.ReadTotalTimeoutMultiplier, 0},
+      {"read: ms in all", limits.ReadTotalTimeoutConstant, 0},
+      {"write: ms a byte", limits.WriteTotalTimeoutMultiplier, 0},
+      {"write: ms in all", limits.WriteTotalTimeoutConstant, 1000},
+  };
+  for (const auto& row : rows) EXPECT_EQ(row.value, row.expected) << row.field;
 }
 
 TEST_F(Win32DriverTest, SaysWhatAPersonCanDoAboutAPortThatDoesNotOpen) {
@@ -118,23 +144,23 @@ TEST_F(Win32DriverTest, LeavesAWriteToTheDriverUntilItHasDoneWithIt) {
 // Here a program looks up the functions that it imports from Windows.
 // NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
-decltype(&CreateFileW) __imp_CreateFileW = [](auto, auto access, auto sharing, auto, auto how,
+decltype(&CreateFileW) __imp_CreateFileW = [](auto, auto access, auto sharing, auto, auto creation,
                                               auto flags, auto) {
-  driver.set({access, sharing, how, flags});
+  driver.access = access;
+  driver.sharing = sharing;
+  driver.creation = creation;
+  driver.flags = flags;
   SetLastError(driver.openError);
   if (driver.openError != ERROR_SUCCESS) return INVALID_HANDLE_VALUE;
   return CreateEventW(nullptr, TRUE, FALSE, nullptr);
 };
 decltype(&SetCommState) __imp_SetCommState = [](auto, DCB* line) {
-  const DWORD changed = line->fOutxCtsFlow | line->fOutxDsrFlow | line->fOutX | line->fInX |
-                        line->fNull | line->fErrorChar | line->fParity | line->fDsrSensitivity |
-                        line->fAbortOnError | (line->XonChar == line->XoffChar) | !line->fBinary;
-  return driver.set({line->BaudRate, line->ByteSize, line->Parity, line->StopBits,
-                     line->fDtrControl, line->fRtsControl, changed});
+  driver.line = *line;
+  return TRUE;
 };
 decltype(&SetCommTimeouts) __imp_SetCommTimeouts = [](auto, COMMTIMEOUTS* limits) {
-  const auto& [interval, readFactor, read, writeFactor, write] = *limits;
-  return driver.set({interval, readFactor, read, writeFactor, write});
+  driver.limits = *limits;
+  return TRUE;
 };
 decltype(&ClearCommError) __imp_ClearCommError = [](auto, auto, COMSTAT* queues) {
   queues->cbOutQue = driver.queued;

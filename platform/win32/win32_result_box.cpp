@@ -1,0 +1,70 @@
+#include "platform/win32/win32_result_box.h"
+
+#include <commctrl.h>
+
+#include "platform/shared/readable_color.h"
+#include "platform/win32/win32_text.h"
+
+namespace zendor {
+
+namespace {
+
+Rgb rgbOf(COLORREF color) { return {GetRValue(color), GetGValue(color), GetBValue(color)}; }
+
+// The selection stays as it was.
+void copyText(HWND box) {
+  DWORD start = 0;
+  DWORD end = 0;
+  SendMessageW(box, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
+  if (start == end) SendMessageW(box, EM_SETSEL, 0, -1);
+  DefSubclassProc(box, WM_COPY, 0, 0);
+  SendMessageW(box, EM_SETSEL, start, static_cast<LPARAM>(end));
+}
+
+// An edit control needs the focus to select with the mouse, so it gets the focus for the press. It
+// gives the focus back at the release, and when its context menu has been closed.
+LRESULT CALLBACK boxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                              DWORD_PTR) {
+  switch (message) {
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+      SetFocus(box);
+      break;
+    case WM_LBUTTONUP:
+    case WM_RBUTTONUP:
+    case WM_CONTEXTMENU: {
+      const LRESULT result = DefSubclassProc(box, message, wParam, lParam);
+      if (GetFocus() == box) SetFocus(GetParent(box));
+      return result;
+    }
+    case WM_COPY:
+      copyText(box);
+      return 0;
+    default:
+      break;
+  }
+  return DefSubclassProc(box, message, wParam, lParam);
+}
+
+}  // namespace
+
+// What is selected shows without the focus, too.
+HWND createResultBox(HWND frame, const FormControl& description) {
+  const DWORD alignment = description.centred ? ES_CENTER : ES_LEFT;
+  const DWORD style = WS_BORDER | ES_READONLY | ES_AUTOHSCROLL | ES_NOHIDESEL | alignment;
+  const HWND box =
+      CreateWindowExW(0, WC_EDITW, wideFromUtf8(description.caption).c_str(),
+                      WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, frame, nullptr, nullptr, nullptr);
+  SetWindowSubclass(box, &boxProcedure, 0, 0);
+  return box;
+}
+
+HBRUSH colorResultBox(HDC context) {
+  const COLORREF background = GetSysColor(COLOR_HIGHLIGHTTEXT);
+  const Rgb text = readableOn(rgbOf(background), rgbOf(GetSysColor(COLOR_WINDOWTEXT)));
+  SetBkColor(context, background);
+  SetTextColor(context, RGB(text.red, text.green, text.blue));
+  return GetSysColorBrush(COLOR_HIGHLIGHTTEXT);
+}
+
+}  // namespace zendor

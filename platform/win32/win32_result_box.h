@@ -1,0 +1,20 @@
+// The result box as an edit control: its text can be selected and copied, and is readable on the
+// system's highlight-text colour.
+#pragma once
+
+#include <windows.h>
+
+#include "platform/form.h"
+
+namespace zendor {
+
+// Makes the box as a child of the frame, without a place and a font yet. It has the keyboard focus
+// only while the mouse is at work in it and gives the focus to the frame afterwards. WM_COPY copies
+// what is selected, or the whole text when nothing is.
+HWND createResultBox(HWND frame, const FormControl& description);
+
+// For the box's WM_CTLCOLORSTATIC, which comes to the frame: sets the colours of the text and
+// returns the brush of the background.
+HBRUSH colorResultBox(HDC context);
+
+}  // namespace zendor
