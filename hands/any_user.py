@@ -93,11 +93,20 @@ class AnyUser:
         self.press("alt+space")
         return self.menu()
 
-    def hold_title_bar(self):
-        """Moves the window a little and keeps the mouse button down."""
+    def press_title_bar(self):
+        """Keeps the mouse button down."""
         left, top, right, _ = self.menu_bar()
         xdotool("mousemove", (left + right) // 2, top - 8, "mousedown", 1)
+
+    def hold_title_bar(self):
+        """Moves the window a little and keeps the mouse button down."""
+        self.press_title_bar()
         xdotool("mousemove_relative", 20, 20)
+
+    def move_with_keys(self):
+        """By "Move" of the system menu."""
+        self.open_system_menu()
+        self.press("m", "Right")
 
     def find_menu(self):
         """The window manager knows nothing of an open menu."""

@@ -19,7 +19,8 @@ ForegroundNormal={background}
 
 class Linux:
     densities = [{"density": density} for density in (96, 120, 144, 192)]
-    holds = [({}, User.open_menu), ({}, User.open_menu_of_result), ({}, User.hold_title_bar)]
+    holds = [({}, User.open_menu), ({}, User.open_menu_of_result), ({}, User.press_title_bar),
+             ({}, User.hold_title_bar)]
     write_refusal = r"^Unhandled Error number 5\n.* is gone: .*\nOccured in LL_Serial_SendMessage$"
 
     def __init__(self, program):

@@ -33,7 +33,8 @@ class Windows:
     densities.append({"density": 96, "font": LARGE})
     # Windows has a title bar of its own where the window manager gives it none.
     holds = [({}, AnyUser.open_menu), ({}, AnyUser.open_menu_of_result),
-             ({}, AnyUser.open_system_menu), ({"managed": "N"}, AnyUser.hold_title_bar)]
+             ({}, AnyUser.open_system_menu), ({"managed": "N"}, AnyUser.press_title_bar),
+             ({"managed": "N"}, AnyUser.hold_title_bar), ({"managed": "N"}, AnyUser.move_with_keys)]
     write_refusal = (
         r"^Unhandled Error number \d+\nCOM1: .* If its adapter has been pulled out, plug it in again\."
         r"\nOccured in LL_Serial_SendMessage$"

@@ -67,7 +67,7 @@ class TimedEvents final : public zendor::FormEvents {
     events_.Control_Click(control);
     const double took = Milliseconds(Time::now() - start).count();
     // Painted, and with no paint going on.
-    calls_.callModal([&] {
+    calls_.callAndWait([&] {
       RedrawWindow(calls_.window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
       std::printf("%.3f %d %td\n", took, handles(), gdiObjects());
     });

@@ -1,63 +1,80 @@
 #include "platform/win32/win32_calls.h"
 
-#include <memory>
 #include <utility>
 
 namespace zendor {
 
 namespace {
 
-constexpr UINT kCall = WM_APP;
-constexpr UINT kModal = WM_APP + 1;
+constexpr UINT kWake = WM_APP;
+constexpr DWORD kWakeAgainMs = 1000;
 
-// For the thread of the window, in the midst of such a mode.
+// The window itself does nothing on Escape. The loop of a move ends with it, also the one that
+// waits for the first move after a press on the title bar.
 void endModes(HWND window) {
   SendMessageW(window, WM_CANCELMODE, 0, 0);
   EndMenu();
-  GUITHREADINFO thread{};
-  thread.cbSize = sizeof thread;
-  GetGUIThreadInfo(GetCurrentThreadId(), &thread);
-  if (thread.flags & GUI_INMOVESIZE) PostMessageW(window, WM_KEYDOWN, VK_ESCAPE, 0);
+  PostMessageW(window, WM_KEYDOWN, VK_ESCAPE, 0);
 }
 
 }  // namespace
 
 WindowCalls::WindowCalls(HWND window)
-    : window_(window), modalEnd_(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {}
+    : window_(window), done_(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {}
 
-// A thread takes what is sent to its windows in every loop that it runs, those of Windows included.
-void WindowCalls::call(Function function) const {
-  auto owned = std::make_unique<Function>(std::move(function));
-  const auto parameter = reinterpret_cast<LPARAM>(owned.get());
-  if (SendNotifyMessageW(window_, kCall, 0, parameter)) static_cast<void>(owned.release());
+void WindowCalls::call(Function function) {
+  {
+    const std::lock_guard lock(mutex_);
+    waiting_.push_back(std::move(function));
+  }
+  wake();
 }
 
-// Called within the loop of a menu, the function would hold that loop, and with it the menu on the
-// screen. What is posted behind the end of the mode comes when its loop is over.
+void WindowCalls::callAndWait(const Function& function) {
+  call([&] {
+    function();
+    SetEvent(done_.get());
+  });
+  waitUntilDone();
+}
+
 void WindowCalls::callModal(const Function& function) {
   if (GetWindowThreadProcessId(window_, nullptr) == GetCurrentThreadId()) {
     function();
     return;
   }
-  call([&] {
-    modal_ = &function;
-    endModes(window_);
-    PostMessageW(window_, kModal, 0, 0);
-  });
-  WaitForSingleObject(modalEnd_.get(), INFINITE);
+  call([&] { modal_ = &function; });
+  waitUntilDone();
 }
 
-bool WindowCalls::serve(UINT message, LPARAM parameter) {
-  if (message == kCall) {
-    // NOLINTNEXTLINE(performance-no-int-to-ptr)
-    const std::unique_ptr<const Function> function(reinterpret_cast<const Function*>(parameter));
-    (*function)();
-    return true;
-  }
-  if (message != kModal || modal_ == nullptr) return false;
-  (*std::exchange(modal_, nullptr))();
-  SetEvent(modalEnd_.get());
+bool WindowCalls::serve(UINT message) {
+  if (message != kWake) return false;
+  while (const Function function = takeFirst()) function();
+  if (modal_ != nullptr) endModes(window_);
   return true;
+}
+
+void WindowCalls::serveModal() {
+  if (modal_ == nullptr) return;
+  (*std::exchange(modal_, nullptr))();
+  SetEvent(done_.get());
+}
+
+// Empty when none waits.
+WindowCalls::Function WindowCalls::takeFirst() {
+  const std::lock_guard lock(mutex_);
+  if (waiting_.empty()) return {};
+  Function first = std::move(waiting_.front());
+  waiting_.pop_front();
+  return first;
+}
+
+// A thread takes what is sent to its windows in every loop that it runs, those of Windows included.
+void WindowCalls::wake() const { SendNotifyMessageW(window_, kWake, 0, 0); }
+
+// Wakes again and again, in case that a message was lost.
+void WindowCalls::waitUntilDone() {
+  while (WaitForSingleObject(done_.get(), kWakeAgainMs) == WAIT_TIMEOUT) wake();
 }
 
 }  // namespace zendor

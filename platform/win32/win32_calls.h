@@ -3,37 +3,55 @@
 
 #include <windows.h>
 
+#include <deque>
 #include <functional>
+#include <mutex>
 
 #include "platform/win32/win32_handle.h"
 
 namespace zendor {
 
-// They are served in their order. The window's thread never waits for the other one.
+// One other thread calls, and its calls are served in their order. They wait in a queue. The
+// message that wakes the window's thread carries nothing, so that another program may send the same
+// message at any time, and a call whose message is lost is served with the next one. The window's
+// thread never waits for the other one.
 class WindowCalls {
  public:
   using Function = std::function<void()>;
 
-  // On the window's thread.
+  // Made on the window's thread.
   explicit WindowCalls(HWND window);
 
   HWND window() const { return window_; }
 
-  // Has the function run at once, under an open menu and while the user moves the window too, and
-  // does not wait for it.
-  void call(Function function) const;
+  // Has the function run at once, even while a menu is open or the user moves the window, and does
+  // not wait for it.
+  void call(Function function);
 
-  // The same for a function that shows a window and serves it: an open menu is closed and a move of
-  // the window given up before. Returns when the function has run.
+  // The same, but returns when the function has run.
+  void callAndWait(const Function& function);
+
+  // The same for a function that shows a window and serves it: before that, an open menu is closed
+  // and a move of the window given up.
   void callModal(const Function& function);
 
-  // For the window's procedure: false when the message is not such a call.
-  bool serve(UINT message, LPARAM parameter);
+  // For the window's procedure: true when the message was the one that wakes.
+  bool serve(UINT message);
+
+  // For the message loop, after each message: runs the function of callModal. There, no loop that
+  // Windows runs for a menu or a move can be around the function.
+  void serveModal();
 
  private:
+  Function takeFirst();
+  void wake() const;
+  void waitUntilDone();
+
   const HWND window_;
-  const Function* modal_ = nullptr;  // the window's thread's
-  Handle modalEnd_;
+  std::mutex mutex_;
+  std::deque<Function> waiting_;     // guarded by the mutex
+  const Function* modal_ = nullptr;  // belongs to the window's thread
+  Handle done_;
 };
 
 }  // namespace zendor

@@ -47,7 +47,7 @@ Win32Form::Win32Form(FormDescription description)
       focused_(std::ranges::min_element(controls_, {}, &Win32Control::tabIndex)->window) {
   SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   centreFrame(window_, description_);
-  fonts_ = layOutControls(window_, controls_);
+  layOut(topLeftOf(window_));
 }
 
 void Win32Form::run(FormEvents& events) {
@@ -58,11 +58,8 @@ void Win32Form::run(FormEvents& events) {
   std::thread([this] { raiseClicks(); }).detach();
   const HACCEL keys = createKeys();
   for (MSG message{};;) {
-    GetMessageW(&message, nullptr, 0, 0);
-    if (TranslateAcceleratorW(window_, keys, &message)) continue;
-    if (IsDialogMessageW(window_, &message)) continue;
-    TranslateMessage(&message);
-    DispatchMessageW(&message);
+    if (GetMessageW(&message, nullptr, 0, 0) > 0) serve(message, keys);
+    calls_.serveModal();
   }
 }
 
@@ -126,8 +123,15 @@ LRESULT CALLBACK Win32Form::windowProcedure(HWND window, UINT message, WPARAM wP
                          : DefWindowProcW(window, message, wParam, lParam);
 }
 
+void Win32Form::serve(MSG& message, HACCEL keys) {
+  if (TranslateAcceleratorW(window_, keys, &message)) return;
+  if (IsDialogMessageW(window_, &message)) return;
+  TranslateMessage(&message);
+  DispatchMessageW(&message);
+}
+
 LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
-  if (calls_.serve(message, lParam)) return 0;
+  if (calls_.serve(message)) return 0;
   switch (message) {
     case WM_COMMAND:
       if (wParam == kCopyByKey) SendMessageW(resultBox_, WM_COPY, 0, 0);
@@ -151,6 +155,8 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       if (pointerIn<HWND>(lParam) != resultBox_) break;
       return reinterpret_cast<LRESULT>(colorResultBox(pointerIn<HDC>(wParam)));
     case WM_DPICHANGED:
+      // From another program, the message has no rectangle, and the density has not changed.
+      if (GetDpiForWindow(window_) == dotsPerInch_) return 0;
       layOut(topLeftOf(*pointerIn<const RECT*>(lParam)));
       return 0;
     case WM_SETTINGCHANGE:
@@ -167,7 +173,8 @@ void Win32Form::noteFocus() {
   if (focus != resultBox_ && IsChild(window_, focus)) focused_ = focus;
 }
 
-// A program that operates windows for its user can press a button that is disabled.
+// The number is checked, because any program may send any. A program that operates windows for its
+// user can press a button that is disabled.
 void Win32Form::click(HWND window) {
   const auto control = std::ranges::find(controls_, window, &Win32Control::window);
   if (control == controls_.end() || control->kind != ControlKind::PushButton) return;
@@ -176,19 +183,19 @@ void Win32Form::click(HWND window) {
   SetEvent(click_.get());
 }
 
-// The calls of one click are done before the next click is taken, because they may have disabled
-// the button.
+// The next click is taken behind the calls of the former one, because they may have disabled the
+// button.
 void Win32Form::raiseClicks() {
   for (;;) {
     WaitForSingleObject(click_.get(), INFINITE);
-    if (const Win32Control* const control = clicked_.exchange(nullptr)) {
-      events_->Control_Click(control->id);
-      SendMessageW(window_, WM_NULL, 0, 0);  // returns after the calls before it
-    }
+    const Win32Control* clicked = nullptr;
+    calls_.callAndWait([&] { clicked = std::exchange(clicked_, nullptr); });
+    if (clicked != nullptr) events_->Control_Click(clicked->id);
   }
 }
 
 void Win32Form::layOut(POINT topLeft) {
+  dotsPerInch_ = GetDpiForWindow(window_);
   placeFrame(window_, description_, topLeft);
   fonts_ = layOutControls(window_, controls_);
   InvalidateRect(window_, nullptr, TRUE);

@@ -4,7 +4,6 @@
 
 #include <windows.h>
 
-#include <atomic>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,8 +22,8 @@ namespace zendor {
 // in those loops only as often as a timer fires, and a slow driver would freeze the window all the
 // same.)
 //
-// The members belong to the window's thread, except for the click that it hands to the other
-// thread. Form_Unload comes on the window's thread, even during a click.
+// What changes here belongs to the window's thread. Form_Unload comes on that thread, even during a
+// click.
 class Win32Form final : public Form {
  public:
   explicit Win32Form(FormDescription description);
@@ -44,6 +43,7 @@ class Win32Form final : public Form {
 
  private:
   static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  void serve(MSG& message, HACCEL keys);
   LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
   void noteFocus();
 
@@ -60,9 +60,10 @@ class Win32Form final : public Form {
   const HWND resultBox_;
   FormEvents* events_ = nullptr;  // none before run()
   HWND focused_;                  // the control that has the focus whenever the window is active
+  UINT dotsPerInch_ = 0;          // the density that the controls are laid out for
   std::vector<FontHandle> fonts_;
 
-  std::atomic<const Win32Control*> clicked_ = nullptr;  // its click is still to be raised
+  const Win32Control* clicked_ = nullptr;  // its click is still to be raised
   const Handle click_{CreateEventW(nullptr, FALSE, FALSE, nullptr)};  // wakes who raises it
 };
 

@@ -156,7 +156,19 @@ class Request(unittest.TestCase):
                             self.assert_box(user.box(), *NO_POD)
                             if not settings:  # otherwise every window looks like a menu
                                 self.assertIsNone(user.find_menu())
+                            xdotool("mouseup", 1)
+                            user.answer()
+                            self.assert_stays(user)
                 xdotool("mouseup", 1)
+
+    def assert_stays(self, user):
+        """The window does not follow the mouse, and takes the click that comes behind the mouse's moves."""
+        user.wait_until_ready()
+        place, option = user.client_place(), user.place(OPTIONS[3])
+        user.point_at(user.place(OPTIONS[0]))
+        user.click_at(option)
+        user.wait_until_selected(OPTIONS[3])
+        self.assertEqual(user.client_place(), place)
 
     def test_each_kind_of_message_has_its_sign(self):
         with Pod("--fault", "echo-only:254") as pod, self.user(pod.device) as user:
