@@ -13,6 +13,7 @@ namespace zendor {
 namespace {
 
 constexpr DWORD kQueueSize = 4096;
+constexpr ULONGLONG kReadLimitMs = 50;
 constexpr DWORD kWriteTimeoutMs = 1000;  // the longest frame takes 270 ms at 9600 baud
 
 // 8 data bits without parity, no flow control; DTR and RTS stay on, since interfaces are often fed
@@ -58,6 +59,16 @@ std::optional<COMSTAT> queuesOf(HANDLE device) {
   return queues;
 }
 
+// Waits for kReadLimitMs at most.
+bool endsInTime(const OVERLAPPED& read) {
+  const ULONGLONG start = GetTickCount64();
+  while (!HasOverlappedIoCompleted(&read)) {
+    if (GetTickCount64() - start > kReadLimitMs) return false;
+    SwitchToThread();
+  }
+  return true;
+}
+
 }  // namespace
 
 Win32SerialPort::Win32SerialPort(NameOfPort nameOfPort) : nameOfPort_(std::move(nameOfPort)) {}
@@ -85,32 +96,46 @@ void Win32SerialPort::configure(HANDLE device) const {
   if (!SetCommTimeouts(device, &limits)) throw refusedOpen(deviceName(), GetLastError());
 }
 
-// A close of an open device cannot fail, not even when the adapter has been pulled out. It does not
-// wait for a write: the memory of a write that the driver has not given up is left to the driver.
+// A close of an open device cannot fail, not even when the adapter has been pulled out, and it does
+// not wait for a write.
 void Win32SerialPort::close() {
   for (const auto& write : writes_) CancelIoEx(device_.get(), &write->state);
   device_.reset();
-  for (auto& write : writes_) {
-    if (!HasOverlappedIoCompleted(&write->state)) static_cast<void>(write.release());
-  }
+  for (auto& write : writes_) leaveToDriver(std::move(write));
   writes_.clear();
 }
 
-std::size_t Win32SerialPort::bytesWaiting() {
-  return queuesOf(device_.get()).value_or(COMSTAT{}).cbInQue;
+// As long as the driver has not ended a transfer, it may use the memory, which is then never freed.
+void Win32SerialPort::leaveToDriver(std::unique_ptr<Transfer> transfer) {
+  if (!HasOverlappedIoCompleted(&transfer->state)) static_cast<void>(transfer.release());
 }
 
-// The time-outs have the driver answer at once, if not within the call.
+// A faulty driver may report more bytes than the queue can hold.
+std::size_t Win32SerialPort::bytesWaiting() {
+  return std::min(queuesOf(device_.get()).value_or(COMSTAT{}).cbInQue, kQueueSize);
+}
+
+// The time-outs have the driver answer at once, if not within the call. But a driver can leave the
+// read pending when the counted bytes are gone, so the read is cancelled if it takes too long. The
+// bytes that it has taken until then are given all the same.
 std::span<const std::uint8_t> Win32SerialPort::readAll() {
-  received_.resize(bytesWaiting());
-  OVERLAPPED state{};
-  const bool isBegun = ReadFile(device_.get(), received_.data(),
-                                static_cast<DWORD>(received_.size()), nullptr, &state) ||
-                       GetLastError() == ERROR_IO_PENDING;
-  while (isBegun && !HasOverlappedIoCompleted(&state)) SwitchToThread();
+  received_.clear();
+  auto read = std::make_unique<Transfer>();
+  read->bytes.resize(bytesWaiting());
+  if (!ReadFile(device_.get(), read->bytes.data(), static_cast<DWORD>(read->bytes.size()), nullptr,
+                &read->state) &&
+      GetLastError() != ERROR_IO_PENDING) {
+    return received_;
+  }
+  if (!endsInTime(read->state)) CancelIoEx(device_.get(), &read->state);
+  if (!endsInTime(read->state)) {
+    leaveToDriver(std::move(read));
+    return received_;
+  }
   DWORD count = 0;
-  const bool isRead = isBegun && GetOverlappedResult(device_.get(), &state, &count, FALSE);
-  received_.resize(isRead ? count : 0);
+  GetOverlappedResult(device_.get(), &read->state, &count, FALSE);
+  received_.swap(read->bytes);
+  received_.resize(count);
   return received_;
 }
 
@@ -132,7 +157,7 @@ std::size_t Win32SerialPort::bytesToSend() {
 // hands over its own bytes all the same.
 void Win32SerialPort::write(std::span<const std::uint8_t> bytes) {
   const DWORD earlier = settleWrites();
-  Write& write = *writes_.emplace_back(std::make_unique<Write>());
+  Transfer& write = *writes_.emplace_back(std::make_unique<Transfer>());
   write.bytes.assign(bytes.begin(), bytes.end());
   if (!WriteFile(device_.get(), write.bytes.data(), static_cast<DWORD>(write.bytes.size()), nullptr,
                  &write.state) &&
@@ -157,7 +182,7 @@ DWORD Win32SerialPort::settleWrites() {
   return first;
 }
 
-DWORD Win32SerialPort::outcomeOf(Write& write) const {
+DWORD Win32SerialPort::outcomeOf(Transfer& write) const {
   DWORD count = 0;
   if (!GetOverlappedResult(device_.get(), &write.state, &count, FALSE)) return GetLastError();
   return count < write.bytes.size() ? ERROR_TIMEOUT : ERROR_SUCCESS;

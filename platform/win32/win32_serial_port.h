@@ -31,21 +31,22 @@ class Win32SerialPort final : public SerialPort {
   void write(std::span<const std::uint8_t> bytes) override;
 
  private:
-  // Bytes that have been handed over. The driver uses both members until the write has ended.
-  struct Write {
+  // Bytes on their way to or from the driver, which uses both members until the transfer has ended.
+  struct Transfer {
     std::vector<std::uint8_t> bytes;
     OVERLAPPED state{};
   };
 
+  static void leaveToDriver(std::unique_ptr<Transfer> transfer);
   DWORD settleWrites();
-  DWORD outcomeOf(Write& write) const;
+  DWORD outcomeOf(Transfer& write) const;
 
   std::string deviceName() const;
   void configure(HANDLE device) const;
 
   const NameOfPort nameOfPort_;
-  Handle device_;                               // none while the port is closed
-  std::vector<std::unique_ptr<Write>> writes_;  // those whose outcome nobody has asked for yet
+  Handle device_;                                  // none while the port is closed
+  std::vector<std::unique_ptr<Transfer>> writes_;  // whose outcome nobody has asked for yet
   std::vector<std::uint8_t> received_;
 };
 

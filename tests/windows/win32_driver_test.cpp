@@ -10,7 +10,25 @@
 
 namespace {
 
-constexpr ULONG_PTR kDone = 0, kPending = 0x103, kDeviceRemoved = 0xC00002B6;
+constexpr ULONG_PTR kDone = 0, kPending = 0x103, kCancelled = 0xC0000120,
+                    kDeviceRemoved = 0xC00002B6;
+
+void end(OVERLAPPED* transfer, ULONG_PTR status, ULONG_PTR count) {
+  transfer->InternalHigh = count;
+  transfer->Internal = status;
+}
+
+// How a read goes: at once, or after some looks at the clock, which ticks with each look.
+struct Read {
+  const char* name = nullptr;
+  DWORD counted = 0;  // that the driver reports to wait
+  bool begins = true;
+  int looks = 0;  // until it ends by itself
+  ULONG_PTR status = kDone;
+  DWORD given = 0;
+  bool takesCancel = true;
+  std::size_t expected = 0;
+};
 
 struct Driver {
   DWORD access = 0, sharing = 0, creation = 0, flags = 0;
@@ -20,11 +38,12 @@ struct Driver {
   OVERLAPPED *write = nullptr, *cancelled = nullptr;
   BOOL endsAtOnce = FALSE, isThere = TRUE;
   DWORD queued = 0, openError = ERROR_SUCCESS;
+  Read plan;
+  OVERLAPPED* read = nullptr;
+  std::uint8_t* store = nullptr;
+  DWORD asked = 0;
+  ULONGLONG ticks = 0;
 
-  void end(ULONG_PTR status, ULONG_PTR count) const {
-    write->InternalHigh = count;
-    write->Internal = status;
-  }
 } driver;
 
 class Win32DriverTest : public testing::Test {
@@ -106,6 +125,38 @@ TEST_F(Win32DriverTest, SaysWhatAPersonCanDoAboutAPortThatDoesNotOpen) {
   }
 }
 
+TEST_F(Win32DriverTest, ReadsWithoutWaitingForEverWhateverTheDriverDoes) {
+  constexpr int kNever = 1'000'000;
+  const Read rows[] = {
+      {.name = "at once", .counted = 5, .given = 5, .expected = 5},
+      {.name = "short", .counted = 5, .given = 3, .expected = 3},
+      {.name = "nothing", .counted = 5, .given = 0, .expected = 0},
+      {.name = "pending for a while", .counted = 5, .looks = 20, .given = 5, .expected = 5},
+      {.name = "refused", .counted = 5, .begins = false, .expected = 0},
+      {.name = "failed later", .counted = 5, .looks = 2, .status = kDeviceRemoved, .expected = 0},
+      {.name = "pending until cancelled", .counted = 5, .looks = kNever, .expected = 0},
+      {.name = "cancelled amid", .counted = 5, .looks = kNever, .given = 2, .expected = 2},
+      {.name = "not even cancelled",
+       .counted = 5,
+       .looks = kNever,
+       .given = 2,
+       .takesCancel = false,
+       .expected = 0},
+      {.name = "an impossible count", .counted = MAXDWORD, .given = 4096, .expected = 4096},
+  };
+  for (const Read& row : rows) {
+    driver.plan = row;
+    driver.ticks = 0;
+    EXPECT_EQ(port.readAll().size(), row.expected) << row.name;
+    EXPECT_LE(driver.asked, 4096U) << row.name;
+    EXPECT_LT(driver.ticks, 150U) << row.name;
+    if (!row.takesCancel) {
+      driver.store[4] = 1;  // the driver may still write there
+      end(driver.read, kCancelled, 5);
+    }
+  }
+}
+
 TEST_F(Win32DriverTest, CountsWhatIsUnderWayOrQueuedUntilTheLineIsGone) {
   EXPECT_EQ(errorOfWrite(), 0);
   EXPECT_EQ(port.bytesToSend(), frame.size());
@@ -113,18 +164,18 @@ TEST_F(Win32DriverTest, CountsWhatIsUnderWayOrQueuedUntilTheLineIsGone) {
   EXPECT_EQ(port.bytesToSend(), 0U);
   driver.isThere = TRUE;
   driver.queued = 2;
-  driver.end(kDone, frame.size());
+  end(driver.write, kDone, frame.size());
   EXPECT_EQ(port.bytesToSend(), 2U);
 }
 
 TEST_F(Win32DriverTest, ReportsAWriteThatFailsLaterInTheNextOneAndAtOnceInItself) {
   EXPECT_EQ(errorOfWrite(), 0);
-  driver.end(kDeviceRemoved, 0);
+  end(driver.write, kDeviceRemoved, 0);
   EXPECT_EQ(errorOfWrite(), ERROR_DEVICE_REMOVED);
   EXPECT_EQ(port.bytesToSend(), frame.size());  // handed over all the same
-  driver.end(kDone, 3);
+  end(driver.write, kDone, 3);
   EXPECT_EQ(errorOfWrite(), ERROR_TIMEOUT);
-  driver.end(kDone, frame.size());
+  end(driver.write, kDone, frame.size());
   driver.endsAtOnce = TRUE;
   EXPECT_EQ(errorOfWrite(), ERROR_TIMEOUT);
 }
@@ -134,7 +185,7 @@ TEST_F(Win32DriverTest, LeavesAWriteToTheDriverUntilItHasDoneWithIt) {
   port.close();
   EXPECT_EQ(driver.cancelled, driver.write);
   EXPECT_TRUE(std::equal(frame.begin(), frame.end(), driver.bytes));
-  driver.end(kDeviceRemoved, 0);
+  end(driver.write, kDeviceRemoved, 0);
   port.open();
   EXPECT_EQ(errorOfWrite(), 0);
 }
@@ -164,17 +215,33 @@ decltype(&SetCommTimeouts) __imp_SetCommTimeouts = [](auto, COMMTIMEOUTS* limits
 };
 decltype(&ClearCommError) __imp_ClearCommError = [](auto, auto, COMSTAT* queues) {
   queues->cbOutQue = driver.queued;
+  queues->cbInQue = driver.plan.counted;
   return driver.isThere;
 };
 decltype(&WriteFile) __imp_WriteFile = [](auto, auto bytes, auto, auto, OVERLAPPED* write) {
   driver.bytes = static_cast<const std::uint8_t*>(bytes);
   driver.write = write;
-  driver.end(driver.endsAtOnce ? kDone : kPending, 0);
+  end(driver.write, driver.endsAtOnce ? kDone : kPending, 0);
   SetLastError(ERROR_IO_PENDING);
   return driver.endsAtOnce;
 };
-decltype(&CancelIoEx) __imp_CancelIoEx = [](auto, OVERLAPPED* write) {
-  driver.cancelled = write;
+decltype(&ReadFile) __imp_ReadFile = [](auto, auto bytes, auto asked, auto, OVERLAPPED* read) {
+  driver.store = static_cast<std::uint8_t*>(bytes);
+  driver.asked = asked;
+  driver.read = read;
+  end(read, driver.plan.looks == 0 ? driver.plan.status : kPending, driver.plan.given);
+  SetLastError(driver.plan.begins ? ERROR_IO_PENDING : ERROR_DEVICE_REMOVED);
+  return FALSE;
+};
+decltype(&GetTickCount64) __imp_GetTickCount64 = [] {
+  if (--driver.plan.looks == 0) end(driver.read, driver.plan.status, driver.plan.given);
+  return ++driver.ticks;
+};
+decltype(&CancelIoEx) __imp_CancelIoEx = [](auto, OVERLAPPED* transfer) {
+  driver.cancelled = transfer;
+  if (transfer == driver.read && driver.plan.takesCancel) {
+    end(transfer, kCancelled, driver.plan.given);
+  }
   return TRUE;
 };
 }
