@@ -21,7 +21,7 @@ trap 'wineserver --kill || true; rm -rf "$WINEPREFIX"' EXIT
 wineboot --init >/dev/null 2>&1
 ctest --preset windows
 
-for test in windows/program_file windows/line whole_program/request whole_program/outcome whole_program/appearance; do
+for test in windows/program_file windows/line windows/messages whole_program/request whole_program/outcome whole_program/appearance; do
   hands/virtual_screen.sh "tests/${test}_test.py" \
     windows build/windows build/release/simulator/zendor-pod-simulator
 done

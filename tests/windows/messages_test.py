@@ -1,0 +1,36 @@
+#!/usr/bin/python3
+"""What other programs send to the window of the Windows program.
+
+Usage: messages_test.py windows BUILD_FOLDER ZENDOR_POD_SIMULATOR
+"""
+
+import sys
+import unittest
+
+from captions import BUTTON
+from platform_under_test import Pod, this_platform
+from simulated_pod import WHOLE_REQUEST
+
+REQUESTS = 20
+
+
+class Messages(unittest.TestCase):
+    def test_no_message_of_another_program_stops_it(self):
+        platform = this_platform()
+        self.addCleanup(platform.remove)
+        platform.set_up()
+        with Pod() as pod, platform.user(pod.device) as user:
+            storm = platform.start("tests/windows/message_storm.exe", "10000")
+            for number in range(1, REQUESTS + 1):
+                user.click(BUTTON)
+                pod.wait_for(WHOLE_REQUEST[-1], number)
+                self.assertEqual(user.wait_for_result(), "C-1234567")
+                user.wait_until_ready()
+            self.assertEqual(storm.wait(), 0)
+            user.close_window()
+            self.assertEqual(user.wait_for_end(), 0)
+            self.assertEqual(pod.requests(), WHOLE_REQUEST * REQUESTS)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1], verbosity=2)
