@@ -9,6 +9,7 @@
 
 #include "platform/form.h"
 #include "platform/win32/win32_fonts.h"
+#include "platform/win32/win32_scale.h"
 
 namespace zendor {
 
@@ -22,9 +23,9 @@ struct Win32Control : FormControl {
 // has the number IDOK.
 std::vector<Win32Control> createControls(HWND frame, const std::vector<FormControl>& controls);
 
-// Puts the controls where they belong at the frame's density. Returns the fonts that they use from
-// then on.
-std::vector<FontHandle> layOutControls(HWND frame, const std::vector<Win32Control>& controls);
+// Puts the controls where they belong. Returns the fonts that they use from then on.
+std::vector<FontHandle> layOutControls(const std::vector<Win32Control>& controls,
+                                       const FormScale& scale);
 
 // The window that takes the bar owns it. The menus stand in it as described.
 HMENU createMenuBar(const std::vector<FormMenu>& menus);

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <string>
 
-#include "platform/shared/twips.h"
 #include "platform/win32/win32_text.h"
 
 namespace zendor {
@@ -13,7 +12,7 @@ namespace {
 
 constexpr double kPointsPerInch = 72;
 
-LOGFONTW namedFont(const FormFont& font, UINT dotsPerInch) {
+LOGFONTW logicalFont(const FormFont& font, double dotsPerInch) {
   LOGFONTW logical{};
   logical.lfHeight = -std::lround(font.points * dotsPerInch / kPointsPerInch);
   logical.lfWeight = font.bold ? FW_BOLD : FW_NORMAL;
@@ -24,43 +23,20 @@ LOGFONTW namedFont(const FormFont& font, UINT dotsPerInch) {
   return logical;
 }
 
-LOGFONTW messageFont(UINT dotsPerInch) {
+}  // namespace
+
+FontHandle describedFont(const FormFont& font, double dotsPerInch) {
+  const LOGFONTW logical = logicalFont(font, dotsPerInch);
+  return FontHandle(CreateFontIndirectW(&logical));
+}
+
+FontHandle messageFont(double factor, UINT dotsPerInch) {
   NONCLIENTMETRICSW metrics{};
   metrics.cbSize = sizeof metrics;
   SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0, dotsPerInch);
-  return metrics.lfMessageFont;
-}
-
-SIZE captionSize(const std::string& caption, HFONT font) {
-  const std::wstring text = wideFromUtf8(caption);
-  SIZE size{};
-  const HDC screen = GetDC(nullptr);
-  const HGDIOBJ former = SelectObject(screen, font);
-  GetTextExtentPoint32W(screen, text.data(), static_cast<int>(text.size()), &size);
-  SelectObject(screen, former);
-  ReleaseDC(nullptr, screen);
-  return size;
-}
-
-bool hasRoom(const FormControl& control, HFONT font, UINT dotsPerInch) {
-  const PixelRect room = pixelsFromTwips(control.rect, dotsPerInch);
-  SIZE needed = captionSize(control.caption, font);
-  // The circle of an option button and its gap are less wide than a line and a half is high.
-  if (control.kind == ControlKind::OptionButton) needed.cx += needed.cy + needed.cy / 2;
-  return needed.cx <= room.width && needed.cy <= room.height;
-}
-
-}  // namespace
-
-FontHandle fontOf(const FormControl& control, UINT dotsPerInch) {
-  LOGFONTW logical =
-      control.font ? namedFont(*control.font, dotsPerInch) : messageFont(dotsPerInch);
-  FontHandle font(CreateFontIndirectW(&logical));
-  while (logical.lfHeight < -1 && !hasRoom(control, font.get(), dotsPerInch)) {
-    ++logical.lfHeight;
-    font.reset(CreateFontIndirectW(&logical));
-  }
-  return font;
+  LOGFONTW& logical = metrics.lfMessageFont;
+  logical.lfHeight = std::lround(logical.lfHeight * factor);
+  return FontHandle(CreateFontIndirectW(&logical));
 }
 
 }  // namespace zendor

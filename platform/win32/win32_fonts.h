@@ -15,8 +15,9 @@ struct FontDeleter {
 };
 using FontHandle = std::unique_ptr<std::remove_pointer_t<HFONT>, FontDeleter>;
 
-// The control's own font or the system's message font, at most as large as the control has room for
-// its caption: the message font has whatever size the user has set.
-FontHandle fontOf(const FormControl& control, UINT dotsPerInch);
+FontHandle describedFont(const FormFont& font, double dotsPerInch);
+
+// The font that the user has set for messages, at the density of a screen, times the factor.
+FontHandle messageFont(double factor, UINT dotsPerInch);
 
 }  // namespace zendor

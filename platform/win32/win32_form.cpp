@@ -46,8 +46,7 @@ Win32Form::Win32Form(FormDescription description)
       resultBox_(std::ranges::find(controls_, ControlKind::ResultBox, &Win32Control::kind)->window),
       focused_(std::ranges::min_element(controls_, {}, &Win32Control::tabIndex)->window) {
   SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-  centreFrame(window_, description_);
-  layOut(topLeftOf(window_));
+  layOut(centredOnScreen(window_, description_, scaleOf(window_, description_).dotsPerInch));
 }
 
 void Win32Form::run(FormEvents& events) {
@@ -196,8 +195,9 @@ void Win32Form::raiseClicks() {
 
 void Win32Form::layOut(POINT topLeft) {
   dotsPerInch_ = GetDpiForWindow(window_);
-  placeFrame(window_, description_, topLeft);
-  fonts_ = layOutControls(window_, controls_);
+  const FormScale scale = scaleOf(window_, description_);
+  placeFrame(window_, description_, scale.dotsPerInch, topLeft);
+  fonts_ = layOutControls(controls_, scale);
   InvalidateRect(window_, nullptr, TRUE);
 }
 

@@ -32,14 +32,6 @@ void setIcon(HWND frame, WPARAM kind, int widthMetric, int heightMetric) {
   SendMessageW(frame, WM_SETICON, kind, reinterpret_cast<LPARAM>(icon));
 }
 
-SIZE frameSize(HWND frame, const FormDescription& description) {
-  const UINT dotsPerInch = GetDpiForWindow(frame);
-  RECT rect{0, 0, pixelsFromTwips(description.width, dotsPerInch),
-            pixelsFromTwips(description.height, dotsPerInch)};
-  AdjustWindowRectExForDpi(&rect, kStyle, !description.menus.empty(), kExtendedStyle, dotsPerInch);
-  return {rect.right - rect.left, rect.bottom - rect.top};
-}
-
 }  // namespace
 
 HWND createFrame(const FormDescription& description, WNDPROC procedure) {
@@ -53,21 +45,27 @@ HWND createFrame(const FormDescription& description, WNDPROC procedure) {
   return frame;
 }
 
-void placeFrame(HWND frame, const FormDescription& description, POINT topLeft) {
-  const SIZE size = frameSize(frame, description);
+SIZE frameSize(HWND frame, const FormDescription& description, double dotsPerInch) {
+  RECT rect{0, 0, pixelsFromTwips(description.width, dotsPerInch),
+            pixelsFromTwips(description.height, dotsPerInch)};
+  AdjustWindowRectExForDpi(&rect, kStyle, !description.menus.empty(), kExtendedStyle,
+                           GetDpiForWindow(frame));
+  return {rect.right - rect.left, rect.bottom - rect.top};
+}
+
+void placeFrame(HWND frame, const FormDescription& description, double dotsPerInch, POINT topLeft) {
+  const SIZE size = frameSize(frame, description, dotsPerInch);
   SetWindowPos(frame, nullptr, topLeft.x, topLeft.y, size.cx, size.cy,
                SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void centreFrame(HWND frame, const FormDescription& description) {
+POINT centredOnScreen(HWND frame, const FormDescription& description, double dotsPerInch) {
   MONITORINFO monitor{};
   monitor.cbSize = sizeof monitor;
   GetMonitorInfoW(MonitorFromWindow(frame, MONITOR_DEFAULTTOPRIMARY), &monitor);
   const RECT& screen = monitor.rcMonitor;
-  const SIZE size = frameSize(frame, description);
-  placeFrame(
-      frame, description,
-      {(screen.left + screen.right - size.cx) / 2, (screen.top + screen.bottom - size.cy) / 2});
+  const SIZE size = frameSize(frame, description, dotsPerInch);
+  return {(screen.left + screen.right - size.cx) / 2, (screen.top + screen.bottom - size.cy) / 2};
 }
 
 }  // namespace zendor

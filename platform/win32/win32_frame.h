@@ -10,10 +10,13 @@ namespace zendor {
 // Makes the frame with its menu bar, not yet shown. Its messages go to the procedure.
 HWND createFrame(const FormDescription& description, WNDPROC procedure);
 
-// Gives the frame the size that leaves the described client area at its density.
-void placeFrame(HWND frame, const FormDescription& description, POINT topLeft);
+// The size of the frame around the described client area at the given density.
+SIZE frameSize(HWND frame, const FormDescription& description, double dotsPerInch);
 
-// The same, in the middle of the screen that the frame is on.
-void centreFrame(HWND frame, const FormDescription& description);
+// Gives the frame that size.
+void placeFrame(HWND frame, const FormDescription& description, double dotsPerInch, POINT topLeft);
+
+// Where the frame stands in the middle of its screen.
+POINT centredOnScreen(HWND frame, const FormDescription& description, double dotsPerInch);
 
 }  // namespace zendor

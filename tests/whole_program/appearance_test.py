@@ -36,7 +36,7 @@ class Appearance(unittest.TestCase):
         cls.platform = this_platform()
         cls.addClassCleanup(cls.platform.remove)
 
-    def test_keeps_its_layout_and_every_text_whole_at_every_density(self):
+    def test_keeps_its_layout_and_every_text_whole_at_every_density_and_font(self):
         for settings in self.platform.densities:
             self.platform.set_up(**settings)
             with self.subTest(**settings), Pod("--serial-number", "16777215") as pod:
@@ -45,15 +45,30 @@ class Appearance(unittest.TestCase):
                     result = user.wait_for_result()
                     user.wait_until_ready()
                     user.click(OPTIONS[1])  # takes the focus frame off the button
-                    self.assert_layout(user, settings["density"])
-                    self.assert_texts(user, result, settings["density"])
+                    density = self.density_for_font(user, **settings)
+                    self.assert_layout(user, density)
+                    self.assert_texts(user, result, density)
+
+    def density_for_font(self, user, density, font=None):
+        """With a large font the whole window is drawn as on a denser screen, and fits on this one."""
+        if font is None:
+            return density
+        left, _, right, _ = user.client_place()
+        denser = (right - left) * 1440 / WIDTH
+        self.assertGreater(denser, density * 1.2)
+        return denser
 
     def assert_layout(self, user, density):
         def pixels(twips):
             return int(twips * density / 1440 + 0.5)
 
+        def assert_near(seen, expected, what):
+            """To the pixel, but for a density that was itself read off the pixels of the width."""
+            for one, other in zip(seen, expected, strict=True):
+                self.assertAlmostEqual(one, other, delta=0 if density == int(density) else 1, msg=what)
+
         left, top, right, bottom = user.client_place()
-        self.assertEqual((right - left, bottom - top), (pixels(WIDTH), pixels(HEIGHT)))
+        assert_near((right - left, bottom - top), (pixels(WIDTH), pixels(HEIGHT)), "The client area")
         width, height = map(int, output_of("xdotool", "getdisplaygeometry").split())
         self.assertAlmostEqual(left + right, width, delta=4)
         self.assertAlmostEqual(top + bottom, height, delta=80 * density / 96)  # bars lie above
@@ -63,7 +78,7 @@ class Appearance(unittest.TestCase):
             if caption in OPTIONS:  # as wide and as high as it has to be
                 expected, seen = ([p[0], (p[1] + p[3]) // 2] for p in (expected, seen))
                 self.assertAlmostEqual(seen.pop(), expected.pop(), delta=1, msg=caption)
-            self.assertEqual(seen, expected, caption)
+            assert_near(seen, expected, caption)
 
     def assert_texts(self, user, result, density):
         """Each is centred, bold, of its size and keeps off the edges; the result stands in a box."""
@@ -73,7 +88,7 @@ class Appearance(unittest.TestCase):
             self.assertEqual(len(colors), 1, "The border is broken")
             self.assertNotIn(inside.rows[0][0], colors, "There is no border")
         button = finished_picture(user.place(BUTTON), "The button")
-        for _ in range(density * 6 // 96):
+        for _ in range(int(density * 6 // 96)):
             button = button.without_edges()
         heading = finished_picture(user.place(HEADING), "The heading")
         texts = [(heading, HEADING, 13.8), (inside, result, 24), (button, BUTTON, 13.8)]

@@ -1,0 +1,20 @@
+// How large a form is drawn: as dense as its screen, and large enough for the user's font.
+#pragma once
+
+#include <windows.h>
+
+#include "platform/form.h"
+
+namespace zendor {
+
+struct FormScale {
+  double dotsPerInch = 0;  // of the places, the sizes and the described fonts
+  double messageFont = 0;  // what the size of the user's message font is multiplied by
+};
+
+// The density of the frame's screen, times what the captions in the message font need: one factor
+// for the whole form, so that a large font makes the form grow. A form that would not fit on the
+// screen is shrunk as a whole, the message font too.
+FormScale scaleOf(HWND frame, const FormDescription& description);
+
+}  // namespace zendor
