@@ -37,6 +37,11 @@ HACCEL createKeys() {
   return CreateAcceleratorTableW(keys, std::size(keys));
 }
 
+bool isRepeatOfReturn(const MSG& message) {
+  return message.message == WM_KEYDOWN && message.wParam == VK_RETURN &&
+         (HIWORD(message.lParam) & KF_REPEAT) != 0;
+}
+
 }  // namespace
 
 Win32Form::Win32Form(FormDescription description)
@@ -80,7 +85,9 @@ void Win32Form::setMenuCaption(std::string_view menu, const std::string& caption
 }
 
 void Win32Form::setCaption(const ControlId& control, const std::string& caption) {
-  calls_.call([window = controlOf(control).window, text = wideFromUtf8(caption)] {
+  calls_.call([=, this, text = wideFromUtf8(caption)] {
+    const HWND window = controlOf(control).window;
+    if (window == resultBox_) return setResult(window, text);
     SetWindowTextW(window, text.c_str());
   });
 }
@@ -122,7 +129,9 @@ LRESULT CALLBACK Win32Form::windowProcedure(HWND window, UINT message, WPARAM wP
                          : DefWindowProcW(window, message, wParam, lParam);
 }
 
+// A held Return presses the button once, not again and again.
 void Win32Form::serve(MSG& message, HACCEL keys) {
+  if (isRepeatOfReturn(message)) return;
   if (TranslateAcceleratorW(window_, keys, &message)) return;
   if (IsDialogMessageW(window_, &message)) return;
   TranslateMessage(&message);

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include "platform/shared/readable_color.h"
+#include "platform/win32/win32_live_region.h"
 #include "platform/win32/win32_text.h"
 
 namespace zendor {
@@ -56,7 +57,13 @@ HWND createResultBox(HWND frame, const FormControl& description) {
       CreateWindowExW(0, WC_EDITW, wideFromUtf8(description.caption).c_str(),
                       WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, frame, nullptr, nullptr, nullptr);
   SetWindowSubclass(box, &boxProcedure, 0, 0);
+  makeLiveRegion(box);
   return box;
+}
+
+void setResult(HWND box, const std::wstring& text) {
+  SetWindowTextW(box, text.c_str());
+  if (!text.empty()) announceLiveRegion(box);
 }
 
 HBRUSH colorResultBox(HDC context) {

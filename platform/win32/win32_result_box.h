@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <string>
+
 #include "platform/form.h"
 
 namespace zendor {
@@ -12,6 +14,9 @@ namespace zendor {
 // only while the mouse is at work in it and gives the focus to the frame afterwards. WM_COPY copies
 // what is selected, or the whole text when nothing is.
 HWND createResultBox(HWND frame, const FormControl& description);
+
+// Shows the text, which screen readers speak unless it is empty.
+void setResult(HWND box, const std::wstring& text);
 
 // For the box's WM_CTLCOLORSTATIC, which comes to the frame: sets the colours of the text and
 // returns the brush of the background.

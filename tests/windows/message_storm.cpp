@@ -1,6 +1,6 @@
 // Posts as many random messages to the program's window as the argument says, as a program of the
-// same user can. Left out are the messages that no window of Windows stands: those that close it, and
-// those whose parameters Windows itself takes for pointers.
+// same user can. Left out are the messages that no window of Windows stands: those that close it,
+// and those whose parameters Windows itself takes for pointers.
 #include <windows.h>
 
 #include <cstdio>

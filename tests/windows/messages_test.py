@@ -1,9 +1,10 @@
 #!/usr/bin/python3
-"""What other programs send to the window of the Windows program.
+"""What other programs send to the window of the Windows program, and what it tells them.
 
 Usage: messages_test.py windows BUILD_FOLDER ZENDOR_POD_SIMULATOR
 """
 
+import subprocess
 import sys
 import unittest
 
@@ -15,6 +16,22 @@ REQUESTS = 20
 
 
 class Messages(unittest.TestCase):
+    def test_every_result_is_announced_to_a_screen_reader(self):
+        platform = this_platform()
+        self.addCleanup(platform.remove)
+        platform.set_up()
+        with Pod() as pod, platform.user(pod.device) as user:
+            listener = platform.start("tests/windows/live_region_listener.exe",
+                                      stdout=subprocess.PIPE, text=True)
+            with listener.stdout as heard:
+                self.assertEqual(heard.readline(), "listening\n")
+                for _ in range(2):  # the same number, and nothing for the box that is emptied
+                    user.press("Return")
+                    self.assertEqual(heard.readline(), "C-1234567\n")
+                    user.wait_until_ready()
+            listener.kill()
+            listener.wait()
+
     def test_no_message_of_another_program_stops_it(self):
         platform = this_platform()
         self.addCleanup(platform.remove)

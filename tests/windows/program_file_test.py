@@ -20,7 +20,7 @@ PROGRAM = BUILD / "program/windows/ZendorSerialExtractor.exe"
 # Files that every Windows 10 has.
 SYSTEM_LIBRARIES = {
     "comctl32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "user32.dll", "advapi32.dll",
-    "shell32.dll",
+    "shell32.dll", "ole32.dll",
 }
 
 
