@@ -32,12 +32,12 @@ def main(build, simulator):
     try:
         windows.set_up()
         times, handles, objects = requests(windows, simulator)
-        program = ["wine", f"{build}/program/windows/ZendorSerialExtractor.exe"]
-        bare = ["wine", f"{build}/bench/bare_window.exe"]
-        starts, _ = start_ratios(program, bare, 20, env=windows.environment)
-        idle = idle_ms(program, env=windows.environment)
+        program = windows.command("program/windows/ZendorSerialExtractor.exe")
+        bare = windows.command("bench/bare_window.exe")
+        starts, _ = start_ratios(program, bare, 20)
+        idle = idle_ms(program)
     finally:
-        windows.remove()
+        windows.close()
     print_table([
         (f"request on the paced line / its {LINE_MS:.1f} ms on the line, median of {len(times)}",
          statistics.median(times) / LINE_MS, 1.10),

@@ -28,12 +28,12 @@ class Screen:
         self.display.screen().root.change_attributes(event_mask=X.SubstructureNotifyMask)
         self.display.sync()
 
-    def start(self, command, **options):
+    def start(self, command):
         """Seconds from exec to the first window, and the peak memory in KiB by then."""
         while self.display.pending_events():
             self.display.next_event()
         begin = time.perf_counter()
-        process = subprocess.Popen(command, **options)
+        process = subprocess.Popen(command)
         while not self._shows_a_window():
             if process.poll() is not None:
                 raise RuntimeError(f"{command} has ended without a window")
@@ -52,16 +52,16 @@ class Screen:
         return False
 
 
-def start_ratios(program, bare, pairs, **options):
+def start_ratios(program, bare, pairs):
     """The program over the bare window, pair by pair: of time, of memory."""
     screen = Screen()
-    starts = [[screen.start(c, **options) for c in (program, bare)] for _ in range(pairs + 1)][1:]
+    starts = [[screen.start(c) for c in (program, bare)] for _ in range(pairs + 1)][1:]
     return [[a[figure] / b[figure] for a, b in starts] for figure in (0, 1)]
 
 
-def idle_ms(command, **options):
+def idle_ms(command):
     """The processor time in ms that a program takes in a second in which nobody does anything."""
-    with subprocess.Popen(command, **options) as process:
+    with subprocess.Popen(command) as process:
 
         def ticks():
             with open(f"/proc/{process.pid}/stat") as status:

@@ -17,7 +17,7 @@ class Console:
     def set_up(self):
         """There is nothing that could be set."""
 
-    def remove(self):
+    def close(self):
         """There is nothing that is left behind."""
 
     def user(self, device):
@@ -37,9 +37,8 @@ class Console:
 class User:
     """Kills the command at the end of a with block."""
 
-    def __init__(self, command, **options):
+    def __init__(self, command):
         self.command = command
-        self.options = options
         self.process = None
 
     def __enter__(self):
@@ -51,7 +50,7 @@ class User:
 
     def start(self):
         pipes = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE}
-        self.process = subprocess.Popen(self.command, text=True, **pipes, **self.options)
+        self.process = subprocess.Popen(self.command, text=True, **pipes)
 
     def finish(self):
         """Titles and texts of the messages, and the number."""

@@ -28,7 +28,7 @@ class Linux:
         self.folder = tempfile.TemporaryDirectory()
         self.variables = {}
 
-    def remove(self):
+    def close(self):
         self.folder.cleanup()
 
     def user(self, *devices):

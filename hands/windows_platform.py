@@ -2,20 +2,37 @@
 through a reader program, as a screen reader does."""
 
 import collections
-import os
 import pathlib
-import shutil
 import subprocess
-import tempfile
 
 import console_platform
 from any_user import AnyUser, Box
 from screen import output_of
 
-PORTS = r"HKLM\Software\Wine\Ports"
-DESKTOP = r"HKCU\Control Panel\Desktop"
-METRICS = DESKTOP + r"\WindowMetrics"
-COLORS = r"HKCU\Control Panel\Colors"
+WINE = pathlib.Path(__file__).with_name("wine.sh")
+
+# What is set in the registry, for all ports and all of the window's looks.
+SETTINGS = r"""Windows Registry Editor Version 5.00
+
+[HKEY_LOCAL_MACHINE\Software\Wine\Ports]
+"COM1"="{folder}/com1"
+"COM2"="{folder}/com2"
+"COM3"="{folder}/com3"
+"COM4"="{folder}/com4"
+
+[HKEY_CURRENT_USER\Software\Wine\X11 Driver]
+"Managed"="{managed}"
+
+[HKEY_CURRENT_USER\Control Panel\Desktop]
+"LogPixels"=dword:{density:08x}
+
+[HKEY_CURRENT_USER\Control Panel\Desktop\WindowMetrics]
+"MessageFont"=hex:{font}
+
+[HKEY_CURRENT_USER\Control Panel\Colors]
+"HilightText"="{background}"
+"WindowText"="{text}"
+"""
 
 # The services of Wine outlive the program that started them and would hold its streams open.
 SILENT = {name: subprocess.DEVNULL for name in ("stdin", "stdout", "stderr")}
@@ -41,43 +58,39 @@ class Windows:
     )
 
     def __init__(self, build):
-        self.build = pathlib.Path(build)
-        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="windows-"))
-        self.environment = dict(
-            os.environ,
-            WINEPREFIX=str(self.folder / "prefix"),
-            WINEDLLOVERRIDES="mscoree,mshtml=",
-            WINEDEBUG="-all",
-        )
+        self.build = pathlib.Path(build).resolve()
+        self.prefix = self.build / "wine"
+        self.folder = self.build / "ports"
+        self.folder.mkdir(exist_ok=True)
         self.reader = None
-        self.run("wineboot", "--init")
-        for number in range(1, 5):
-            self.set(PORTS, f"COM{number}", str(self.port(number)))
 
-    def remove(self):
+    def close(self):
         self.shut_down()
-        shutil.rmtree(self.folder)
 
     def run(self, *command, check=True):
-        subprocess.run(command, env=self.environment, check=check, **SILENT)
+        subprocess.run([WINE, self.prefix, *command], check=check, **SILENT)
+
+    def command(self, program, *arguments):
+        return [WINE, self.prefix, "wine", self.build / program, *arguments]
 
     def start(self, program, *arguments, **streams):
-        command = ["wine", self.build / program, *arguments]
-        return subprocess.Popen(command, env=self.environment, **{**SILENT, **streams})
-
-    def set(self, key, name, value, kind="REG_SZ"):
-        self.run("wine", "reg", "add", key, "/v", name, "/t", kind, "/d", value, "/f")
+        return subprocess.Popen(self.command(program, *arguments), **{**SILENT, **streams})
 
     def set_up(self, density=96, font=USUAL, colors=((255, 255, 255), (0, 0, 0)), managed="Y"):
         """The density, the message font, the colours of the result box and of text, and whether the
         window manager has the windows. Windows starts anew with them."""
         self.managed = managed == "Y"
-        self.set(r"HKCU\Software\Wine\X11 Driver", "Managed", managed)
-        self.set(DESKTOP, "LogPixels", str(density), "REG_DWORD")
-        self.set(METRICS, "MessageFont", font, "REG_BINARY")
-        for name, color in zip(("HilightText", "WindowText"), colors):
-            self.set(COLORS, name, " ".join(map(str, color)))
+        background, text = (" ".join(map(str, color)) for color in colors)
         self.shut_down()
+        wanted, present = self.prefix / "wanted.reg", self.prefix / "present.reg"
+        wanted.write_text(SETTINGS.format(
+            folder=self.folder, managed=managed, density=density,
+            font=bytes.fromhex(font).hex(","), background=background, text=text,
+        ), "utf-16")
+        if not present.exists() or present.read_bytes() != wanted.read_bytes():
+            self.run("wine", "reg", "import", f"Z:{wanted}")
+            self.shut_down()
+            wanted.replace(present)
 
     def shut_down(self):
         if self.reader:
@@ -119,8 +132,7 @@ class WindowsConsole(Windows):
         # The services of Wine would print into the streams of the program that starts them.
         self.reader = self.reader or Reader(self)
         self.reader.windows()
-        program = self.build / "program/command/ZendorSerialNumber.exe"
-        return console_platform.User(["wine", program, "1"], env=self.environment)
+        return console_platform.User(self.command("program/command/ZendorSerialNumber.exe", "1"))
 
 
 Row = collections.namedtuple("Row", "level kind state left top right bottom text")

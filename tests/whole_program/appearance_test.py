@@ -34,7 +34,7 @@ class Appearance(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.platform = this_platform()
-        cls.addClassCleanup(cls.platform.remove)
+        cls.addClassCleanup(cls.platform.close)
 
     def test_keeps_its_layout_and_every_text_whole_at_every_density_and_font(self):
         for settings in self.platform.densities:
@@ -124,4 +124,4 @@ class Appearance(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1], verbosity=2)
+    unittest.main(argv=sys.argv[:1] + sys.argv[4:], verbosity=2)

@@ -17,7 +17,7 @@ class Outcome(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.platform = this_platform()
-        cls.addClassCleanup(cls.platform.remove)
+        cls.addClassCleanup(cls.platform.close)
         cls.platform.set_up()
 
     def assert_outcome(self, user, messages, result="", ends=False):
@@ -91,4 +91,4 @@ class Outcome(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1], verbosity=2)
+    unittest.main(argv=sys.argv[:1] + sys.argv[4:], verbosity=2)

@@ -21,7 +21,7 @@ class Request(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.platform = this_platform()
-        cls.addClassCleanup(cls.platform.remove)
+        cls.addClassCleanup(cls.platform.close)
         cls.platform.set_up()
 
     user = property(lambda self: self.platform.user)
@@ -196,4 +196,4 @@ class Request(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1], verbosity=2)
+    unittest.main(argv=sys.argv[:1] + sys.argv[4:], verbosity=2)

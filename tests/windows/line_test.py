@@ -22,7 +22,7 @@ TCGETS2 = 0x802C542A
 class Line(unittest.TestCase):
     def setUp(self):
         self.windows = Windows(sys.argv[2])
-        self.addCleanup(self.windows.remove)
+        self.addCleanup(self.windows.close)
         self.windows.set_up()
 
     def test_carries_bytes_as_they_are_at_9600_8n1_without_flow_control(self):
@@ -54,4 +54,4 @@ class Line(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1], verbosity=2)
+    unittest.main(argv=sys.argv[:1] + sys.argv[4:], verbosity=2)

@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Runs a command on a Windows of the tests' own: the Wine prefix that the first argument names. The
+# first call makes it, under another name until it is whole.
+set -eu
+export WINEPREFIX=$1 WINEDLLOVERRIDES=mscoree,mshtml= WINEDEBUG=-all
+if [ ! -d "$WINEPREFIX" ]; then
+  unfinished=$WINEPREFIX.unfinished
+  rm -rf "$unfinished"
+  WINEPREFIX=$unfinished wineboot --init </dev/null >/dev/null 2>&1
+  WINEPREFIX=$unfinished wineserver --kill
+  WINEPREFIX=$unfinished wineserver --wait
+  mv "$unfinished" "$WINEPREFIX"
+fi
+exec "${@:2}"
