@@ -3,7 +3,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 
-#include <array>
+#include <map>
 #include <string>
 
 #include "platform/linux/file_descriptor.h"
@@ -39,14 +39,19 @@ int main(int, char** argv) {
   SimulatedLine held;
   const FileDescriptor holder = hold(held.device());
 
-  const std::array<std::string, 4> devices{customer.device(), engineer.device(), empty.device(),
-                                           held.device()};
-  const std::array<std::string, 4> words{"customer pod 1234567", "engineer pod 42", "no pod",
-                                         "held by another program"};
-  zendor::LinuxSerialPort port(
-      [&](int number) { return std::optional(devices.at(static_cast<std::size_t>(number) - 1)); });
-  return zendor::runProgram(argv[0], port, [&](int index) {
-    const auto place = static_cast<std::size_t>(index);
-    return devices.at(place) + ", simulated: " + words.at(place);
+  struct Line {
+    std::string device;
+    std::string words;
+  };
+  const std::map<int, Line> lines{
+      {1, {customer.device(), "customer pod 1234567"}},
+      {2, {engineer.device(), "engineer pod 42"}},
+      {3, {empty.device(), "no pod"}},
+      {4, {held.device(), "held by another program"}},
+  };
+  zendor::LinuxSerialPort port([&](int number) { return std::optional(lines.at(number).device); });
+  return zendor::runProgram(argv[0], port, [&](int number) {
+    const auto& [device, words] = lines.at(number);
+    return device + ", simulated: " + words;
   });
 }

@@ -116,8 +116,8 @@ void fitCaptions(const QWidget& client) {
 void relateHeadings(const QWidget& client) {
   QLabel* heading = nullptr;
   for (auto* label : client.findChildren<QLabel*>()) {
-    const bool isBox = label->frameShape() != QFrame::NoFrame;
-    if (isBox && heading != nullptr) heading->setBuddy(label);
+    const bool isResultBox = dynamic_cast<ResultBox*>(label) != nullptr;
+    if (isResultBox && heading != nullptr) heading->setBuddy(label);
     heading = label;
   }
 }

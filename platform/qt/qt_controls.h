@@ -9,7 +9,7 @@
 namespace zendor {
 
 // A widget that looks as described, at its place in the client area. Its caption is its property
-// "text"; an option button's choice is its property "checked".
+// "text". Whether an option button is selected is its property "checked".
 std::unique_ptr<QWidget> makeControl(const FormControl& control, QWidget& client,
                                      double dotsPerInch);
 
@@ -17,7 +17,7 @@ std::unique_ptr<QWidget> makeControl(const FormControl& control, QWidget& client
 // into the room at its right, then fonts get smaller.
 void fitCaptions(const QWidget& client);
 
-// Lets a screen reader tell by its heading what stands in a bordered label.
+// Lets the label before a result box name it for a screen reader.
 void relateHeadings(const QWidget& client);
 
 }  // namespace zendor

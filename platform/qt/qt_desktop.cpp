@@ -25,12 +25,13 @@ QMessageBox::Icon iconOf(MessageIcon icon) {
   return QMessageBox::NoIcon;
 }
 
-// Qt would show CR LF as two line breaks.
+// Qt shows CR LF as two line breaks.
 QString textOf(const std::string& text) {
   return QString::fromStdString(text).replace(kLineBreak, "\n");
 }
 
-// Qt leaves a title less room than the window buttons and bold title bars of some desktops take.
+// Qt makes a box as wide as its title in the box's own font. The title bars of some desktops have a
+// bold font and wide buttons, and would cut the title off.
 void makeRoomForTitle(QMessageBox& box) {
   QFont titleFont = box.font();
   titleFont.setBold(true);
@@ -50,7 +51,7 @@ MessageAnswer QtDesktop::showMessage(const Message& message) {
   box.setTextFormat(Qt::PlainText);
   box.setText(textOf(message.text));
   box.setIcon(iconOf(message.icon));
-  box.setTextInteractionFlags(Qt::TextSelectableByMouse);  // it may hold a command to copy
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse);  // the text may hold a command to copy
   makeRoomForTitle(box);
   if (message.buttons == MessageButtons::Ok) {
     box.setStandardButtons(QMessageBox::Ok);
@@ -68,8 +69,8 @@ void QtDesktop::processEvents() {
   std::this_thread::yield();
 }
 
-// No destructor runs, so that none can touch the port or the stores; the system frees both, and
-// takes the windows away.
+// No destructor runs, so that none can touch the port or the stores. The system frees both and
+// closes the windows.
 void QtDesktop::endProcess() { std::_Exit(EXIT_SUCCESS); }
 
 }  // namespace zendor

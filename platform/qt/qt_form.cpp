@@ -23,8 +23,8 @@ QString objectName(std::string_view name) {
   return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
 }
 
-// In the middle of the whole screen, as on every platform: a panel at an edge does not shift it.
-// The frame is not known before the window is shown; the style's title bar comes close.
+// Puts the window in the middle of the whole screen, a panel's share included. The height of its
+// frame is not known before it is shown, so the height of the style's title bar stands for it.
 void centreOnScreen(QWidget& window) {
   const int titleBar = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
   const QSize framed = window.sizeHint() + QSize(0, titleBar);
@@ -73,7 +73,7 @@ void QtForm::layOutWindow() {
 void QtForm::addMenu(const FormMenu& menu) {
   QMenu* const shown = menuBar_.addMenu(QString::fromStdString(menu.caption));
   shown->setObjectName(objectName(menu.name));
-  // A menu of nothing but a separator still shows its line.
+  // Qt hides a separator that has nothing above it, but this menu has nothing else to show.
   shown->setSeparatorsCollapsible(false);
   shown->setContentsMargins(0, kMenuMargin, 0, kMenuMargin);
   for (const auto& item : menu.items) {
@@ -99,7 +99,8 @@ void QtForm::connectControl(const FormControl& control, QWidget& widget) {
                    [this, id = control.id] { events_->Control_Click(id); });
 }
 
-// Assistive tools find a control by its name, within an array by name and index.
+// Screen readers and other helping programs can find a control by its name, and a control of an
+// array by the array's name and the index.
 void QtForm::nameControls() {
   for (const auto& [id, widget] : controls_) {
     const bool inArray = std::ranges::count_if(controls_, [name = id.name](const auto& other) {

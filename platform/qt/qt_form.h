@@ -13,7 +13,7 @@
 
 namespace zendor {
 
-// The dialog window itself. Its close box and closing keys run the given action; Esc does nothing.
+// The dialog window itself. Closing it runs the given action; Esc does nothing.
 class FormWindow final : public QDialog {
  public:
   explicit FormWindow(std::function<void()> onClose);

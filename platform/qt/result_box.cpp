@@ -25,7 +25,7 @@ QColor readableOn(const QColor& background, const QColor& wished) {
 ResultBox::ResultBox(QWidget* parent) : QLabel(parent), copy_("&Copy") {
   setFrameStyle(QFrame::Box | QFrame::Plain);
   setTextInteractionFlags(Qt::TextSelectableByMouse);
-  setFocusPolicy(Qt::NoFocus);  // the copy key works from where the focus is
+  setFocusPolicy(Qt::NoFocus);  // a label with text to select would take it from the button
   setBackgroundRole(QPalette::HighlightedText);
   setAutoFillBackground(true);
   keepReadable();
@@ -40,27 +40,28 @@ void ResultBox::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) keepReadable();
 }
 
-// Opens the menu and returns: a request that is running goes on.
+// Opens the menu without waiting for its end, because a request may be running.
 void ResultBox::contextMenuEvent(QContextMenuEvent* event) {
   menu_ = std::make_unique<QMenu>();
   menu_->addAction(&copy_);
   menu_->popup(event->globalPos());
 }
 
-// A result is one word to its reader, letter and hyphen included.
+// A double click selects one word of a label. For the reader the result is one word, although it
+// has a hyphen, so all of it is selected.
 void ResultBox::mouseDoubleClickEvent(QMouseEvent*) {
   setSelection(0, static_cast<int>(text().size()));
   QClipboard& clipboard = *QGuiApplication::clipboard();
   if (clipboard.supportsSelection()) clipboard.setText(text(), QClipboard::Selection);
 }
 
-// An empty box leaves alone what the user copied elsewhere.
+// An empty result box does not overwrite what the user has copied elsewhere.
 void ResultBox::copyResult() const {
   const QString wanted = hasSelectedText() ? selectedText() : text();
   if (!wanted.isEmpty()) QGuiApplication::clipboard()->setText(wanted);
 }
 
-// The groups differ in some themes: a box that can be read must stay so in an inactive window.
+// Active, inactive and disabled windows can have different colours, so each is checked.
 void ResultBox::keepReadable() {
   const QPalette& theme = parentWidget()->palette();
   QPalette own;

@@ -1,5 +1,5 @@
-// The bordered label of a result: readable on the theme's highlight-text colour, and copied with
-// the mouse, or with the copy key from anywhere in its window.
+// The result box: readable on the theme's highlight-text colour, and copied with the mouse or, from
+// anywhere in its window, with the copy key.
 #pragma once
 
 #include <QAction>
@@ -23,7 +23,7 @@ class ResultBox final : public QLabel {
   void keepReadable();
 
   QAction copy_;
-  std::unique_ptr<QMenu> menu_;  // that was opened last
+  std::unique_ptr<QMenu> menu_;  // the one that was opened last
 };
 
 }  // namespace zendor

@@ -6,6 +6,5 @@
 int main(int, char** argv) {
   const zendor::PortDevices devices;
   zendor::LinuxSerialPort MSComm1([&](int port) { return devices.deviceOfPort(port); });
-  return zendor::runProgram(argv[0], MSComm1,
-                            [&](int index) { return devices.describePort(index + 1); });
+  return zendor::runProgram(argv[0], MSComm1, [&](int port) { return devices.describePort(port); });
 }

@@ -15,27 +15,29 @@ constexpr std::chrono::milliseconds kSecondLook{300};
 PortTips::PortTips(const QWidget& window, Words words)
     : choices_(window.findChildren<QRadioButton*>()), words_(std::move(words)) {
   for (auto* choice : choices_) choice->installEventFilter(this);
-  // A device goes from its folder before the system has forgotten the port: a second look is due.
+  // A device disappears from its folder before the system has forgotten the port, so a second look
+  // follows the first.
   connect(&devices_, &QFileSystemWatcher::directoryChanged, this, &PortTips::refresh);
   connect(&devices_, &QFileSystemWatcher::directoryChanged, [this] { later_.start(kSecondLook); });
   devices_.addPath(kDeviceFolder);
-  // Asking the system takes longer than showing the window, which need not wait for it.
+  // The first look takes longer than showing the window, so it comes after that.
   connect(&later_, &QTimer::timeout, this, &PortTips::refresh);
   later_.setSingleShot(true);
   later_.start();
 }
 
-// Where the folder cannot be watched, the tooltip is right all the same.
+// Looks again before a tooltip shows, because some systems cannot watch the folder.
 bool PortTips::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::ToolTip) refresh();
   return QObject::eventFilter(watched, event);
 }
 
-// A device may name itself with a "<", which is no markup. Unchanged words raise no event.
+// Screen readers speak a description when it is set, so the same words are not set again. A device
+// may have a "<" in its name; a tooltip would take that for markup.
 void PortTips::refresh() {
   for (int index = 0; index < choices_.size(); ++index) {
     QRadioButton& choice = *choices_[index];
-    const QString words = QString::fromStdString(words_(index));
+    const QString words = QString::fromStdString(words_(index + 1));
     if (words == choice.accessibleDescription()) continue;
     choice.setAccessibleDescription(words);
     choice.setToolTip(

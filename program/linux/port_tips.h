@@ -13,10 +13,10 @@ namespace zendor {
 
 class PortTips final : public QObject {
  public:
-  // The words for the option button of the given index, UTF-8.
-  using Words = std::function<std::string(int index)>;
+  // The words for a port, UTF-8.
+  using Words = std::function<std::string(int port)>;
 
-  // The window outlives the tips.
+  // The first option button of the window chooses port 1, and so on. The window outlives the tips.
   PortTips(const QWidget& window, Words words);
 
  protected:

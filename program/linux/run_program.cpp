@@ -12,10 +12,11 @@
 
 namespace zendor {
 
-int runProgram(char* name, SerialPort& MSComm1, std::function<std::string(int index)> words) {
-  // The menu belongs into the window; asking the desktop for another place takes a while.
+int runProgram(char* name, SerialPort& MSComm1, std::function<std::string(int port)> words) {
+  // The menu stays in the window. Otherwise Qt would first ask the desktop for a menu bar of its
+  // own, and that takes a while.
   QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
-  // The toolkit has a command line of its own, the program has none.
+  // The program has no command line, so Qt gets none to look for its own options in.
   int count = 1;
   char* arguments[] = {name, nullptr};
   const QApplication application(count, arguments);

@@ -1,4 +1,4 @@
-// The program on a given serial port: what all who show its window on Linux have in common.
+// The program on a given serial port: the common part of everything that shows its window on Linux.
 #pragma once
 
 #include <functional>
@@ -8,8 +8,8 @@
 
 namespace zendor {
 
-// Shows the window and serves it until the program ends. It was started by the given name; the
-// words tell which device is behind the port choice of an index, UTF-8.
-int runProgram(char* name, SerialPort& MSComm1, std::function<std::string(int index)> words);
+// Shows the window and serves it until the program ends. The name is the one that the program was
+// started by; the words tell which device is behind a port, UTF-8.
+int runProgram(char* name, SerialPort& MSComm1, std::function<std::string(int port)> words);
 
 }  // namespace zendor
