@@ -8,7 +8,6 @@ import pyatspi
 from gi.repository import GLib
 
 from any_user import AnyUser, Box
-from captions import HEADING
 from screen import xdotool
 
 WINDOW = "Zendor Serial Number Extractor V"
@@ -83,16 +82,13 @@ class User(AnyUser):
         return place_of(self.controls()[0])
 
     def result_box(self):
-        labels = [e for e in self.controls() if e.getRole() == pyatspi.ROLE_LABEL]
-        return labels[1]
+        return next(e for e in self.controls() if e.getRole() == pyatspi.ROLE_NOTIFICATION)
 
     def result_place(self):
         return place_of(self.result_box())
 
     def result(self):
-        """While the box is empty it goes by the name of its heading."""
-        name = self.result_box().name
-        return "" if name == HEADING else name
+        return self.result_box().name
 
     def find_box(self):
         """A box that is not active yet may still be moved to its place."""
@@ -126,17 +122,3 @@ class User(AnyUser):
     def has_tooltip(self, text):
         tips = (w for w in self._top_levels() if w.getRole() == pyatspi.ROLE_TOOL_TIP)
         return any(tip.name == text for tip in tips)
-
-    def announced(self, act):
-        """The new names of controls that a screen reader is told while act() runs."""
-        names = []
-
-        def hear(event):
-            names.append(event.source.name)
-
-        pyatspi.Registry.registerEventListener(hear, "object:property-change:accessible-name")
-        act()
-        while GLib.MainContext.default().iteration(False):
-            pass
-        pyatspi.Registry.deregisterEventListener(hear, "object:property-change:accessible-name")
-        return names

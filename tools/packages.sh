@@ -9,7 +9,8 @@ screen_packages=(
   fonts-dejavu-core
 )
 
-test_packages=("${screen_packages[@]}" libgtest-dev)
+# A screen reader to listen to, besides.
+test_packages=("${screen_packages[@]}" libgtest-dev orca speech-dispatcher)
 
 # What builds the Windows program and its tests.
 windows_packages=(g++-mingw-w64-x86-64-posix googletest)

@@ -94,7 +94,7 @@ std::unique_ptr<QWidget> makeControl(const FormControl& control, QWidget& client
   auto widget = makeWidget(control, client);
   const PixelRect rect = pixelsFromTwips(control.rect, dotsPerInch);
   widget->setGeometry(rect.left, rect.top, rect.width, rect.height);
-  widget->setProperty("text", QString::fromStdString(control.caption));
+  setCaption(*widget, QString::fromStdString(control.caption));
   widget->setAccessibleDescription(QString::fromStdString(control.description));
   if (control.font) widget->setFont(fontOf(*control.font));
   return widget;
@@ -113,12 +113,11 @@ void fitCaptions(const QWidget& client) {
   shrinkFonts(options);
 }
 
-void relateHeadings(const QWidget& client) {
-  QLabel* heading = nullptr;
-  for (auto* label : client.findChildren<QLabel*>()) {
-    const bool isResultBox = dynamic_cast<ResultBox*>(label) != nullptr;
-    if (isResultBox && heading != nullptr) heading->setBuddy(label);
-    heading = label;
+void setCaption(QWidget& control, const QString& caption) {
+  if (auto* const box = dynamic_cast<ResultBox*>(&control)) {
+    box->showResult(caption);
+  } else {
+    control.setProperty("text", caption);
   }
 }
 

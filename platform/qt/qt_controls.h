@@ -8,8 +8,8 @@
 
 namespace zendor {
 
-// A widget that looks as described, at its place in the client area. Its caption is its property
-// "text". Whether an option button is selected is its property "checked".
+// A widget that looks as described, at its place in the client area. Whether an option button is
+// selected is its property "checked".
 std::unique_ptr<QWidget> makeControl(const FormControl& control, QWidget& client,
                                      double dotsPerInch);
 
@@ -17,7 +17,6 @@ std::unique_ptr<QWidget> makeControl(const FormControl& control, QWidget& client
 // into the room at its right, then fonts get smaller.
 void fitCaptions(const QWidget& client);
 
-// Lets the label before a result box name it for a screen reader.
-void relateHeadings(const QWidget& client);
+void setCaption(QWidget& control, const QString& caption);
 
 }  // namespace zendor

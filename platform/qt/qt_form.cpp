@@ -1,7 +1,9 @@
 #include "platform/qt/qt_form.h"
 
 #include <QAbstractButton>
+#include <QAccessibleWidget>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QIcon>
 #include <QMenu>
 #include <QPixmap>
@@ -33,12 +35,26 @@ void centreOnScreen(QWidget& window) {
   window.setGeometry(frame.adjusted(0, titleBar, 0, 0));
 }
 
+// What a screen reader finds in place of the window. It takes a QDialog for the question of another
+// window, reads out all that stands in it, and says its title before every result.
+class SpokenWindow final : public QAccessibleWidget {
+ public:
+  explicit SpokenWindow(FormWindow& window) : QAccessibleWidget(&window, QAccessible::Window) {}
+};
+
+QAccessibleInterface* makeSpokenWindow(const QString&, QObject* object) {
+  auto* const window = dynamic_cast<FormWindow*>(object);
+  return window == nullptr ? nullptr : std::make_unique<SpokenWindow>(*window).release();
+}
+
 }  // namespace
 
 FormWindow::FormWindow(std::function<void()> onClose)
     : QDialog(nullptr, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                            Qt::WindowCloseButtonHint | Qt::MSWindowsFixedSizeDialogHint),
-      onClose_(std::move(onClose)) {}
+      onClose_(std::move(onClose)) {
+  QAccessible::installFactory(makeSpokenWindow);
+}
 
 void FormWindow::reject() {}
 
@@ -58,7 +74,6 @@ QtForm::QtForm(const FormDescription& description) : window_([this] { events_->F
   for (const auto& control : description.controls) addControl(control, dotsPerInch);
   nameControls();
   fitCaptions(client_);
-  relateHeadings(client_);
   orderFocus(description.controls);
 }
 
@@ -141,22 +156,18 @@ void QtForm::setMenuCaption(std::string_view menu, const std::string& caption) {
 }
 
 void QtForm::setCaption(const ControlId& control, const std::string& caption) {
-  controls_.at(control)->setProperty("text", QString::fromStdString(caption));
+  zendor::setCaption(*controls_.at(control), QString::fromStdString(caption));
 }
 
-// Qt passes the focus of a disabled control on to the next one. Here the window itself keeps it
-// meanwhile, also while it is inactive or a message box stands before it; a focus anywhere among
-// the controls is the user's choice.
+// QWidget::setEnabled would move the focus away from a disabled control, and a screen reader would
+// speak each of its moves. Here the focus stays where the user left it: a widget with the attribute
+// gets no keys and no mouse all the same, and its keys go to the window.
 void QtForm::setEnabled(const ControlId& control, bool enabled) {
   QWidget& widget = *controls_.at(control);
-  if (!enabled && window_.focusWidget() == &widget) {
-    focusOwner_ = &widget;
-    window_.setFocus();
-  }
-  widget.setEnabled(enabled);
-  if (!enabled || focusOwner_ != &widget) return;
-  focusOwner_ = nullptr;
-  if (!client_.isAncestorOf(window_.focusWidget())) widget.setFocus();
+  widget.setAttribute(Qt::WA_Disabled, !enabled);
+  QEvent change(QEvent::EnabledChange);
+  QCoreApplication::sendEvent(&widget, &change);
+  if (enabled && window_.focusWidget() == &widget) widget.setFocus();
 }
 
 void QtForm::setFocus(const ControlId& control) { controls_.at(control)->setFocus(); }

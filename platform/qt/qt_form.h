@@ -58,7 +58,6 @@ class QtForm final : public Form {
   QVBoxLayout layout_;
   QButtonGroup optionButtons_;
   std::map<ControlId, std::unique_ptr<QWidget>> controls_;
-  const QWidget* focusOwner_ = nullptr;  // a control that was disabled while it had the focus
 };
 
 }  // namespace zendor

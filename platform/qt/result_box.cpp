@@ -1,5 +1,6 @@
 #include "platform/qt/result_box.h"
 
+#include <QAccessibleWidget>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
@@ -9,6 +10,28 @@
 namespace zendor {
 
 namespace {
+
+// What a screen reader finds in place of the result box. A screen reader follows the keyboard focus
+// and ignores a label elsewhere that changes, but it speaks a notification wherever one is shown. It
+// would speak a description with every result, so only an empty box has one.
+class SpokenResult final : public QAccessibleWidget {
+ public:
+  explicit SpokenResult(ResultBox& box)
+      : QAccessibleWidget(&box, QAccessible::Notification), box_(box) {}
+
+  QString text(QAccessible::Text kind) const override {
+    if (kind == QAccessible::Name) return box_.text();
+    return box_.text().isEmpty() ? QAccessibleWidget::text(kind) : QString();
+  }
+
+ private:
+  const ResultBox& box_;
+};
+
+QAccessibleInterface* makeSpokenResult(const QString&, QObject* object) {
+  auto* const box = dynamic_cast<ResultBox*>(object);
+  return box == nullptr ? nullptr : std::make_unique<SpokenResult>(*box).release();
+}
 
 Rgb rgb(const QColor& color) {
   return {static_cast<std::uint8_t>(color.red()), static_cast<std::uint8_t>(color.green()),
@@ -29,10 +52,28 @@ ResultBox::ResultBox(QWidget* parent) : QLabel(parent), copy_("&Copy") {
   setBackgroundRole(QPalette::HighlightedText);
   setAutoFillBackground(true);
   keepReadable();
+  QAccessible::installFactory(makeSpokenResult);
 
   copy_.setShortcuts(QKeySequence::Copy);
-  connect(&copy_, &QAction::triggered, this, &ResultBox::copyResult);
+  connect(&copy_, &QAction::triggered, this, [this] {
+    QGuiApplication::clipboard()->setText(hasSelectedText() ? selectedText() : text());
+  });
   addAction(&copy_);
+}
+
+void ResultBox::showResult(const QString& result) {
+  setText(result);
+  copy_.setEnabled(!result.isEmpty());
+  if (result.isEmpty()) return;
+  QAccessibleEvent shown(this, QAccessible::ObjectShow);
+  QAccessible::updateAccessibility(&shown);
+}
+
+// Does not wait for the end of the menu, because a request may be running.
+void ResultBox::openMenu(const QPoint& place) {
+  menu_ = std::make_unique<QMenu>();
+  menu_->addAction(&copy_);
+  menu_->popup(place);
 }
 
 void ResultBox::changeEvent(QEvent* event) {
@@ -40,25 +81,14 @@ void ResultBox::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) keepReadable();
 }
 
-// Opens the menu without waiting for its end, because a request may be running.
-void ResultBox::contextMenuEvent(QContextMenuEvent* event) {
-  menu_ = std::make_unique<QMenu>();
-  menu_->addAction(&copy_);
-  menu_->popup(event->globalPos());
-}
+void ResultBox::contextMenuEvent(QContextMenuEvent* event) { openMenu(event->globalPos()); }
 
-// A double click selects one word of a label. For the reader the result is one word, although it
-// has a hyphen, so all of it is selected.
+// A double click selects one word of a label. For the reader the result is one word, although it has
+// a hyphen, so all of it is selected.
 void ResultBox::mouseDoubleClickEvent(QMouseEvent*) {
   setSelection(0, static_cast<int>(text().size()));
   QClipboard& clipboard = *QGuiApplication::clipboard();
   if (clipboard.supportsSelection()) clipboard.setText(text(), QClipboard::Selection);
-}
-
-// An empty result box does not overwrite what the user has copied elsewhere.
-void ResultBox::copyResult() const {
-  const QString wanted = hasSelectedText() ? selectedText() : text();
-  if (!wanted.isEmpty()) QGuiApplication::clipboard()->setText(wanted);
 }
 
 // Active, inactive and disabled windows can have different colours, so each is checked.

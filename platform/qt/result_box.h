@@ -1,5 +1,5 @@
-// The result box: readable on the theme's highlight-text colour, and copied with the mouse or, from
-// anywhere in its window, with the copy key.
+// The result box: readable on the theme's highlight-text colour, spoken by screen readers, and
+// copied with the mouse or, from anywhere in its window, with the copy key.
 #pragma once
 
 #include <QAction>
@@ -13,13 +13,17 @@ class ResultBox final : public QLabel {
  public:
   explicit ResultBox(QWidget* parent);
 
+  // Shows a result, or none if it is empty.
+  void showResult(const QString& result);
+  // With what can be done with the result. Returns while the menu is open.
+  void openMenu(const QPoint& place);
+
  protected:
   void changeEvent(QEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
 
  private:
-  void copyResult() const;
   void keepReadable();
 
   QAction copy_;

@@ -1,0 +1,57 @@
+"""The screen reader Orca, and what it says."""
+
+import os
+import pathlib
+import subprocess
+import tempfile
+
+from screen import wait_for
+
+VOICE = pathlib.Path(__file__).with_name("written_voice.py")
+SETTINGS = f'AddModule "written" "{VOICE}" "written.conf"\nDefaultModule written\n'
+SILENT = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
+
+
+class ScreenReader:
+    """Runs Orca for a with block, on a speech service of its own whose voice writes to a file."""
+
+    def __init__(self):
+        self.folder = tempfile.TemporaryDirectory()
+        folder = pathlib.Path(self.folder.name)
+        (folder / "speechd.conf").write_text(SETTINGS)
+        (folder / "modules").mkdir()
+        (folder / "modules/written.conf").touch()  # beside it the voice writes
+        self.file = folder / "modules/said"
+        self.file.touch()
+        self.heard = 0
+        self.processes = []
+        socket = folder / "socket"
+        self._start("speech-dispatcher", "--run-single", "--timeout", "0", "--config-dir", folder,
+                    "--log-dir", folder, "--pid-file", folder / "pid",
+                    "--communication-method", "unix_socket", "--socket-path", socket)
+        wait_for(lambda: socket.exists() or None, "The speech service")
+        self._start("orca", "--user-prefs", folder / "orca", SPEECHD_ADDRESS=f"unix_socket:{socket}")
+
+    def _start(self, *command, **variables):
+        environment = dict(os.environ, **variables)
+        self.processes.append(subprocess.Popen(command, env=environment, **SILENT))
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        for process in reversed(self.processes):
+            process.terminate()
+            process.wait()
+        self.folder.cleanup()
+
+    def listen_until(self, words):
+        """What it says from now on up to those words, without them, a line for each utterance."""
+
+        def look():
+            lines = self.file.read_text().splitlines()[self.heard:]
+            return next((lines[:i + 1] for i, line in enumerate(lines) if words in line), None)
+
+        said = wait_for(look, f'"{words}" spoken')
+        self.heard += len(said)
+        return said[:-1]

@@ -1,0 +1,37 @@
+#!/usr/bin/python3
+"""What a user hears who cannot see the window.
+
+Usage: screen_reader_test.py linux WINDOW_ON_PORTS ZENDOR_POD_SIMULATOR
+"""
+
+import sys
+import unittest
+
+from captions import BUTTON, OPTIONS
+from linux_user import WINDOW, User
+from platform_under_test import Pod
+from screen_reader import ScreenReader
+from simulated_pod import SERIAL, SLOW
+
+
+class Spoken(unittest.TestCase):
+    def test_every_result_is_spoken_wherever_the_focus_is_and_little_else(self):
+        with ScreenReader() as reader, Pod(*SLOW) as pod:
+            reader.listen_until("Screen reader on")
+            with User([sys.argv[2], pod.device]) as user:
+                reader.listen_until("for its serial number")  # the end of the button's description
+                # The first request takes two questions for the number, every later one a single one.
+                for questions, key, words in (2, "Tab", OPTIONS[0]), (3, "shift+Tab", BUTTON):
+                    with self.subTest(questions):
+                        user.press("Return")
+                        pod.wait_for(SERIAL, questions)
+                        user.wait_until_ready()
+                        user.press(key)  # whatever was still to be said comes before its words
+                        said = " / ".join(reader.listen_until(words))
+                        self.assertEqual(said.count("C-1234567"), 1, said)
+                        self.assertNotIn(WINDOW, said)
+                        self.assertNotIn(BUTTON, said)
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1], verbosity=2)
