@@ -2,6 +2,7 @@
 keyboard, and is patient with what there is to see."""
 
 import collections
+import contextlib
 import re
 
 import screen
@@ -44,6 +45,15 @@ class AnyUser:
 
     def press(self, *keys):
         xdotool("key", *keys)
+
+    @contextlib.contextmanager
+    def holding(self, key):
+        """Keeps a key down for a with block; the keyboard repeats it."""
+        xdotool("keydown", key)
+        try:
+            yield
+        finally:
+            xdotool("keyup", key)
 
     def close_window(self):
         self.press("alt+F4")

@@ -1,6 +1,8 @@
 #include "platform/qt/qt_controls.h"
 
+#include <QButtonGroup>
 #include <QFontInfo>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -13,8 +15,6 @@ namespace zendor {
 
 namespace {
 
-constexpr double kSmallestPoints = 5;
-
 std::unique_ptr<QWidget> makeLabel(const FormControl& control, QWidget& client) {
   auto label = control.kind == ControlKind::ResultBox ? std::make_unique<ResultBox>(&client)
                                                       : std::make_unique<QLabel>(&client);
@@ -23,8 +23,27 @@ std::unique_ptr<QWidget> makeLabel(const FormControl& control, QWidget& client) 
   return label;
 }
 
+// All four arrow keys walk through the group in its order and round. Qt would look for a neighbour
+// in the direction of the arrow and stop where there is none.
+class OptionButton final : public QRadioButton {
+ public:
+  using QRadioButton::QRadioButton;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool isBack = event->key() == Qt::Key_Up || event->key() == Qt::Key_Left;
+    const bool isForth = event->key() == Qt::Key_Down || event->key() == Qt::Key_Right;
+    if (!isBack && !isForth) return QRadioButton::keyPressEvent(event);
+    const QList<QAbstractButton*> all = group()->buttons();
+    const qsizetype step = isForth ? 1 : all.size() - 1;
+    QAbstractButton* const next = all[(all.indexOf(this) + step) % all.size()];
+    next->setFocus(Qt::TabFocusReason);
+    next->click();
+  }
+};
+
 std::unique_ptr<QWidget> makeOptionButton(const FormControl& control, QWidget& client) {
-  auto button = std::make_unique<QRadioButton>(&client);
+  auto button = std::make_unique<OptionButton>(&client);
   button->setChecked(control.selected);
   return button;
 }
@@ -48,69 +67,34 @@ std::unique_ptr<QWidget> makeWidget(const FormControl& control, QWidget& client)
   return makeLabel(control, client);
 }
 
-QFont fontOf(const FormFont& font) {
+QFont describedFont(const FormFont& font, double growth) {
   QFont result(QString::fromStdString(font.family));
-  result.setPointSizeF(font.points);
+  result.setPointSizeF(font.points * growth);
   result.setBold(font.bold);
   return result;
 }
 
-bool captionFits(const QWidget& control) {
-  const QSize caption =
-      control.fontMetrics().size(Qt::TextSingleLine, control.property("text").toString());
-  return control.sizeHint().width() <= control.width() &&
-         caption.height() <= control.contentsRect().height();
-}
-
-void widenIntoFreeRoom(QWidget& option, const QWidget& client) {
-  int rightEnd = client.width();
-  for (const auto* other : client.findChildren<QWidget*>()) {
-    const bool sameRow =
-        other->y() < option.y() + option.height() && option.y() < other->y() + other->height();
-    if (sameRow && other->x() > option.x()) rightEnd = std::min(rightEnd, other->x());
-  }
-  const int wanted = std::max(option.width(), option.sizeHint().width());
-  option.resize(std::min(wanted, rightEnd - option.x()), option.height());
-}
-
-// Together, so that controls of a kind look alike.
-void shrinkFonts(const QList<QWidget*>& controls) {
-  const auto fits = [](const QWidget* control) { return captionFits(*control); };
-  while (!std::ranges::all_of(controls, fits)) {
-    for (auto* control : controls) {
-      QFont font = control->font();
-      const double points = QFontInfo(font).pointSizeF() - 0.5;
-      if (points < kSmallestPoints) return;
-      font.setPointSizeF(points);
-      control->setFont(font);
-    }
-  }
+QFont defaultFont(const QWidget& widget, double factor) {
+  QFont font = widget.font();
+  font.setPointSizeF(QFontInfo(font).pointSizeF() * factor);
+  return font;
 }
 
 }  // namespace
 
 std::unique_ptr<QWidget> makeControl(const FormControl& control, QWidget& client,
-                                     double dotsPerInch) {
+                                     const FormScale& scale) {
   auto widget = makeWidget(control, client);
-  const PixelRect rect = pixelsFromTwips(control.rect, dotsPerInch);
+  const PixelRect rect = pixelsFromTwips(control.rect, scale.dotsPerInch);
   widget->setGeometry(rect.left, rect.top, rect.width, rect.height);
   setCaption(*widget, QString::fromStdString(control.caption));
   widget->setAccessibleDescription(QString::fromStdString(control.description));
-  if (control.font) widget->setFont(fontOf(*control.font));
-  return widget;
-}
-
-void fitCaptions(const QWidget& client) {
-  QList<QWidget*> options;
-  for (auto* control : client.findChildren<QWidget*>()) {
-    if (qobject_cast<QRadioButton*>(control) == nullptr) {
-      shrinkFonts({control});
-      continue;
-    }
-    widenIntoFreeRoom(*control, client);
-    options.append(control);
+  if (control.font) {
+    widget->setFont(describedFont(*control.font, scale.growth));
+  } else if (scale.defaultFont < 1) {
+    widget->setFont(defaultFont(*widget, scale.defaultFont));
   }
-  shrinkFonts(options);
+  return widget;
 }
 
 void setCaption(QWidget& control, const QString& caption) {

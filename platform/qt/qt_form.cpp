@@ -25,10 +25,15 @@ QString objectName(std::string_view name) {
   return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
 }
 
-// Puts the window in the middle of the whole screen, a panel's share included. The height of its
-// frame is not known before it is shown, so the height of the style's title bar stands for it.
+// The height of a window's frame is not known before it is shown, so the height of the style's
+// title bar stands for it.
+int titleBarHeight(const QWidget& window) {
+  return window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+}
+
+// Puts the window in the middle of the whole screen, a panel's share included.
 void centreOnScreen(QWidget& window) {
-  const int titleBar = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+  const int titleBar = titleBarHeight(window);
   const QSize framed = window.sizeHint() + QSize(0, titleBar);
   const QRect screen = window.screen()->geometry();
   const QRect frame = QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, framed, screen);
@@ -64,16 +69,15 @@ void FormWindow::closeEvent(QCloseEvent* event) {
 }
 
 QtForm::QtForm(const FormDescription& description) : window_([this] { events_->Form_Unload(); }) {
-  const double dotsPerInch = window_.screen()->logicalDotsPerInch();
   window_.setWindowTitle(QString::fromStdString(description.caption));
   window_.setWindowIcon(QIcon(QPixmap(zendor_serial_extractor_xpm)));
-  client_.setFixedSize(pixelsFromTwips(description.width, dotsPerInch),
-                       pixelsFromTwips(description.height, dotsPerInch));
   layOutWindow();
   for (const auto& menu : description.menus) addMenu(menu);
-  for (const auto& control : description.controls) addControl(control, dotsPerInch);
+  const FormScale scale = scaleOf(window_, frameHeight(), description);
+  client_.setFixedSize(pixelsFromTwips(description.width, scale.dotsPerInch),
+                       pixelsFromTwips(description.height, scale.dotsPerInch));
+  for (const auto& control : description.controls) addControl(control, scale);
   nameControls();
-  fitCaptions(client_);
   orderFocus(description.controls);
 }
 
@@ -100,8 +104,10 @@ void QtForm::addMenu(const FormMenu& menu) {
   }
 }
 
-void QtForm::addControl(const FormControl& control, double dotsPerInch) {
-  auto widget = makeControl(control, client_, dotsPerInch);
+int QtForm::frameHeight() const { return titleBarHeight(window_) + menuBar_.sizeHint().height(); }
+
+void QtForm::addControl(const FormControl& control, const FormScale& scale) {
+  auto widget = makeControl(control, client_, scale);
   connectControl(control, *widget);
   controls_.emplace(control.id, std::move(widget));
 }

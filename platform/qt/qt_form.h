@@ -10,6 +10,8 @@
 #include <memory>
 
 #include "platform/form.h"
+#include "platform/qt/held_keys.h"
+#include "platform/qt/qt_scale.h"
 
 namespace zendor {
 
@@ -46,11 +48,13 @@ class QtForm final : public Form {
  private:
   void layOutWindow();
   void addMenu(const FormMenu& menu);
-  void addControl(const FormControl& control, double dotsPerInch);
+  int frameHeight() const;
+  void addControl(const FormControl& control, const FormScale& scale);
   void connectControl(const FormControl& control, QWidget& widget);
   void nameControls();
   void orderFocus(std::vector<FormControl> controls);
 
+  const HeldKeys heldKeys_;
   FormEvents* events_ = nullptr;
   FormWindow window_;
   QMenuBar menuBar_;

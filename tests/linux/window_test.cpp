@@ -24,28 +24,30 @@ QSize roomForCaption(const QWidget& control) {
   return control.style()->subElementRect(QStyle::SE_RadioButtonContents, &option).size();
 }
 
-TEST(Density, ClipsNoCaptionWhateverTheFontsAndShrinksNoneThatHasRoom) {
+TEST(Density, GrowsAsAWholeWithTheUsersFontAndClipsNoCaptionAndFitsOnTheScreen) {
   const QFont before = QApplication::font();
-  for (const int points : {7, 9, 12, 20, 30}) {
+  const double usual = QtForm(frmStartup::description()).window().sizeHint().width();
+  for (const int points : {7, 9, 14, 20, 40}) {
+    SCOPED_TRACE(points);
     QApplication::setFont(QFont("DejaVu Sans", points));
-    FormDescription description = frmStartup::description();
-    description.controls.front().caption += " as long as in a very wide face";
-    if (points == 30) {  // room runs out in height first
-      for (FormControl& control : description.controls) control.caption = "1";
-    }
-    QtForm form(description);
+    QtForm form(frmStartup::description());
     form.setCaption(ControlId{"Label1"}, "C-16777215");
     const QWidget& client = *form.window().findChild<QLabel*>()->parentWidget();
     for (const auto* control : client.findChildren<QWidget*>()) {
       const QString caption = control->property("text").toString();
       const QSize needed = control->fontMetrics().size(Qt::TextSingleLine, caption);
-      EXPECT_EQ(needed.boundedTo(roomForCaption(*control)), needed)
-          << caption.toStdString() << " at " << points;
-      EXPECT_LT(control->geometry().right(), client.width());
+      EXPECT_EQ(needed.boundedTo(roomForCaption(*control)), needed) << caption.toStdString();
     }
-    if (points > 12) continue;
-    EXPECT_EQ(client.findChild<QRadioButton*>()->font().pointSizeF(), points);
-    EXPECT_EQ(client.findChild<QLabel*>("Label1")->font().pointSizeF(), 24);
+    const double growth = client.width() / usual;
+    EXPECT_NEAR(client.findChild<QLabel*>("Label1")->font().pointSizeF(), 24 * growth, 0.1);
+    EXPECT_NEAR(client.findChild<QLabel*>("Label1")->width(), 5172 * usual * growth / 5652, 1);
+    const double choices = client.findChild<QRadioButton*>()->font().pointSizeF();
+    const QSize screen = form.window().screen()->availableSize();
+    EXPECT_EQ(form.window().sizeHint().boundedTo(screen), form.window().sizeHint());
+    const bool isShrunk = client.width() >= screen.width() - 1;
+    EXPECT_TRUE(isShrunk ? choices < points : choices == points) << choices;
+    EXPECT_TRUE(points > 9 || growth == 1) << growth;
+    EXPECT_TRUE(points < 40 || isShrunk) << client.width();
   }
   QApplication::setFont(before);
 }

@@ -114,6 +114,26 @@ class Request(unittest.TestCase):
             user.wait_until_copied("C-5")
             self.assertEqual(pod.requests(), WHOLE_REQUEST * 3)
 
+    def test_a_key_that_is_held_starts_one_request(self):
+        with Pod() as pod, self.user(pod.device) as user:
+            with user.holding("Return"):
+                user.wait_for_result()
+                time.sleep(1.5)  # in which the keyboard repeats it
+            user.wait_until_ready()
+            self.assertEqual(pod.requests(), WHOLE_REQUEST)
+
+    def test_the_arrow_keys_walk_through_the_ports_and_round(self):
+        with self.user() as user:
+            user.press("Tab")
+            walks = [("Down", (1, 2, 3, 0)), ("Right", (1, 2, 3, 0)), ("Up", (3, 2, 1, 0)),
+                     ("Left", (3, 2, 1, 0))]
+            for key, order in walks:
+                for index in order:
+                    with self.subTest(key, option=OPTIONS[index]):
+                        user.press(key)
+                        user.wait_until_focused(OPTIONS[index])
+                        user.wait_until_selected(OPTIONS[index])
+
     def test_copies_the_result_with_the_mouse_and_leaves_the_focus_alone(self):
         with Pod("--serial-number", "6") as pod, self.user(pod.device) as user:
             user.press("space", "Tab")

@@ -1,0 +1,54 @@
+#include "platform/qt/qt_scale.h"
+
+#include <QScreen>
+#include <algorithm>
+
+#include "platform/qt/qt_controls.h"
+#include "platform/shared/twips.h"
+
+namespace zendor {
+
+namespace {
+
+// How often a control's room has to be taken so that its caption fits; 1 when it fits already.
+// Edges are rounded to pixels, which may take one at each end.
+double growthFor(int caption, int room) { return caption <= room ? 1 : (caption + 2.0) / room; }
+
+// The same for all captions in the user's font. Described fonts grow with their room, so that they
+// need nothing.
+double growthForCaptions(const FormDescription& description, const FormScale& scale) {
+  double growth = 1;
+  QWidget scratch;
+  for (const FormControl& control : description.controls) {
+    if (control.font) continue;
+    const auto widget = makeControl(control, scratch, scale);
+    const QSize room = widget->size();
+    growth = std::max({growth, growthFor(widget->sizeHint().width(), room.width()),
+                       growthFor(widget->fontMetrics().height(), room.height())});
+  }
+  return growth;
+}
+
+// At most 1: the share of the form that fits into the part of the screen that programs may use.
+double shareOnScreen(const QSize& screen, int frameHeight, const FormDescription& description,
+                     double dotsPerInch) {
+  const int width = pixelsFromTwips(description.width, dotsPerInch);
+  const int height = pixelsFromTwips(description.height, dotsPerInch);
+  return std::min(
+      {1.0, 1.0 * screen.width() / width, 1.0 * (screen.height() - frameHeight) / height});
+}
+
+}  // namespace
+
+FormScale scaleOf(const QWidget& window, int frameHeight, const FormDescription& description) {
+  const double dotsPerInch = window.screen()->logicalDotsPerInch();
+  const double growth = growthForCaptions(description, {dotsPerInch, 1, 1});
+  const QSize screen = window.screen()->availableSize();
+  const double share = shareOnScreen(screen, frameHeight, description, dotsPerInch * growth);
+  FormScale scale{dotsPerInch * growth * share, growth * share, share};
+  // The circles of option buttons do not shrink, so that their captions have to make room for them.
+  while (share < 1 && growthForCaptions(description, scale) > 1) scale.defaultFont *= 0.98;
+  return scale;
+}
+
+}  // namespace zendor
