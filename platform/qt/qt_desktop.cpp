@@ -1,9 +1,12 @@
 #include "platform/qt/qt_desktop.h"
 
+#include <QClipboard>
 #include <QCoreApplication>
 #include <QFontMetrics>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QMessageBox>
+#include <QShortcut>
 #include <cstdlib>
 #include <thread>
 
@@ -51,7 +54,10 @@ MessageAnswer QtDesktop::showMessage(const Message& message) {
   box.setTextFormat(Qt::PlainText);
   box.setText(textOf(message.text));
   box.setIcon(iconOf(message.icon));
-  box.setTextInteractionFlags(Qt::TextSelectableByMouse);  // the text may hold a command to copy
+  // The text may hold a command to copy, by the mouse or, as a whole, by the copy keys.
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+  const QShortcut copy(QKeySequence::Copy, &box,
+                       [&box] { QGuiApplication::clipboard()->setText(box.text()); });
   makeRoomForTitle(box);
   if (message.buttons == MessageButtons::Ok) {
     box.setStandardButtons(QMessageBox::Ok);

@@ -12,8 +12,8 @@ namespace zendor {
 namespace {
 
 // What a screen reader finds in place of the result box. A screen reader follows the keyboard focus
-// and ignores a label elsewhere that changes, but it speaks a notification wherever one is shown. It
-// would speak a description with every result, so only an empty box has one.
+// and ignores a label elsewhere that changes, but it speaks a notification wherever one is shown.
+// It would speak a description with every result, so only an empty box has one.
 class SpokenResult final : public QAccessibleWidget {
  public:
   explicit SpokenResult(ResultBox& box)
@@ -59,6 +59,13 @@ ResultBox::ResultBox(QWidget* parent) : QLabel(parent), copy_("&Copy") {
     QGuiApplication::clipboard()->setText(hasSelectedText() ? selectedText() : text());
   });
   addAction(&copy_);
+
+  // The keys for a context menu. No control has another one, so they mean this one from anywhere in
+  // the window.
+  menuKeys_.setShortcuts({Qt::Key_Menu, Qt::SHIFT | Qt::Key_F10});
+  connect(&menuKeys_, &QAction::triggered, this,
+          [this] { openMenu(mapToGlobal(rect().center())); });
+  addAction(&menuKeys_);
 }
 
 void ResultBox::showResult(const QString& result) {
@@ -83,8 +90,8 @@ void ResultBox::changeEvent(QEvent* event) {
 
 void ResultBox::contextMenuEvent(QContextMenuEvent* event) { openMenu(event->globalPos()); }
 
-// A double click selects one word of a label. For the reader the result is one word, although it has
-// a hyphen, so all of it is selected.
+// A double click selects one word of a label. For the reader the result is one word, although it
+// has a hyphen, so all of it is selected.
 void ResultBox::mouseDoubleClickEvent(QMouseEvent*) {
   setSelection(0, static_cast<int>(text().size()));
   QClipboard& clipboard = *QGuiApplication::clipboard();

@@ -15,8 +15,6 @@ class ResultBox final : public QLabel {
 
   // Shows a result, or none if it is empty.
   void showResult(const QString& result);
-  // With what can be done with the result. Returns while the menu is open.
-  void openMenu(const QPoint& place);
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -24,9 +22,11 @@ class ResultBox final : public QLabel {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
 
  private:
+  void openMenu(const QPoint& place);
   void keepReadable();
 
   QAction copy_;
+  QAction menuKeys_;
   std::unique_ptr<QMenu> menu_;  // the one that was opened last
 };
 

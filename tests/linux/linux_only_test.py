@@ -8,14 +8,15 @@ Usage: linux_only_test.py linux WINDOW_ON_PORTS ZENDOR_POD_SIMULATOR
 import glob
 import os
 import sys
+import time
 import unittest
 
 import pyatspi
 
 from captions import BUTTON, HEADING, OPTIONS
-from platform_under_test import Pod
-from simulated_pod import SLOW
 from linux_user import User, place_of
+from platform_under_test import Pod
+from simulated_pod import POLL, SLOW
 
 WINDOW = sys.argv[2]
 NOTHING = "no such port on this computer"
@@ -30,6 +31,39 @@ def wait_for_description(user, text):
 
 
 class LinuxOnly(unittest.TestCase):
+    def test_a_message_is_answered_by_a_key_that_is_pressed_after_it_has_come(self):
+        with Pod("--no-pod") as pod, User([WINDOW, pod.device]) as user:
+            with user.holding("Return"):
+                user.box()
+                time.sleep(1)  # in which the keyboard repeats it
+                user.box()
+            user.press("Return")
+            user.wait_until_ready()
+            self.assertEqual(pod.requests(), [POLL, POLL])
+
+    def test_a_message_is_copied_with_the_keyboard(self):
+        with Pod("--no-pod") as pod, User([WINDOW, pod.device]) as user:
+            user.press("Return")
+            user.box()
+            user.press("ctrl+c")
+            user.wait_until_copied("You Must Attach The Zendor!")
+
+    def test_the_menu_of_the_result_opens_with_the_keyboard_and_copies_what_there_is(self):
+        with Pod() as pod, User([WINDOW, pod.device]) as user:
+            user.press("Menu")
+            user.menu()
+            user.press("c")  # of "Copy", for which there is nothing yet
+            user.menu()
+            user.press("Escape", "Return")
+            user.wait_for_result()
+            user.wait_until_ready()
+            for key in ("Menu", "shift+F10"):
+                user.press(key)
+                user.menu()
+                user.press("c")
+                user.wait_until(lambda: user.find_menu() is None, "The end of the menu")
+            user.wait_until_copied("C-1234567")
+
     def test_takes_no_command_line(self):
         with User([WINDOW, "-platform", "nonsense"]) as user:  # which the toolkit would obey
             wait_for_description(user, NOTHING)
