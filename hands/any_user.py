@@ -80,7 +80,10 @@ class AnyUser:
         """A box, or the number, empty where there is none."""
         if self.process.poll() is not None:
             return ""
-        return self.find_box() or (self.result() if self.is_enabled(BUTTON) else None)
+        try:
+            return self.find_box() or (self.result() if self.is_enabled(BUTTON) else None)
+        except StopIteration:  # the window goes a moment before its program has ended
+            return None
 
     def wait_until_over(self, ends):
         """The program has ended, with success, or takes another request."""
