@@ -15,7 +15,9 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
 # Programs must run on a bare Windows: no runtime library beside them, that of the stack protector
 # included. The time of the build is left out of them, so that the same source gives the same program.
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -fstack-protector-strong -Wl,--no-insert-timestamp")
+# They keep nothing that the users of a terminal server could share, and say so.
+set(CMAKE_EXE_LINKER_FLAGS_INIT
+    "-static -fstack-protector-strong -Wl,--no-insert-timestamp -Wl,--tsaware")
 
 # Tests run, and are listed, under Wine when ctest is called: building needs no Wine.
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../hands/wine.sh ${CMAKE_BINARY_DIR}/wine wine)

@@ -4,6 +4,7 @@
 #include <QAccessibleWidget>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QIcon>
 #include <QMenu>
 #include <QPixmap>
@@ -70,7 +71,9 @@ void FormWindow::closeEvent(QCloseEvent* event) {
 
 QtForm::QtForm(const FormDescription& description) : window_([this] { events_->Form_Unload(); }) {
   window_.setWindowTitle(QString::fromStdString(description.caption));
-  window_.setWindowIcon(QIcon(QPixmap(zendor_serial_extractor_xpm)));
+  // The installed icon has every size, the program's own has one.
+  window_.setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName(),
+                                         QIcon(QPixmap(zendor_serial_extractor_xpm))));
   layOutWindow();
   for (const auto& menu : description.menus) addMenu(menu);
   const FormScale scale = scaleOf(window_, frameHeight(), description);

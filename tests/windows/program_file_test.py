@@ -34,12 +34,13 @@ class ProgramFile(unittest.TestCase):
     def test_is_small_stripped_and_hardened(self):
         self.assertLess(PROGRAM.stat().st_size, 1_500_000)
         headers = output_of("x86_64-w64-mingw32-objdump", "-p", str(PROGRAM))
-        for flag in ("HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT", "(Windows GUI)"):
+        for flag in ("HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT", "TERMINAL_SERVICE_AWARE",
+                     "(Windows GUI)"):
             self.assertIn(flag, headers)
         self.assertIn(b"stack smashing detected", PROGRAM.read_bytes())
         self.assertNotIn(".debug", output_of("x86_64-w64-mingw32-objdump", "-h", str(PROGRAM)))
 
-    def test_carries_the_icon_of_every_machine_in_16_colours(self):
+    def test_carries_the_icon_of_every_platform_in_16_colours(self):
         icon = SOURCES / "platform/shared/icon/zendor_serial_extractor.ico"
         drawn = SOURCES / "platform/shared/icon/zendor_serial_extractor.xpm"
         data = icon.read_bytes()
