@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "common/conversions.h"
-#include "serial/baud_rates.h"
 
 namespace zendor {
 

@@ -7,6 +7,10 @@
 
 namespace zendor {
 
+std::vector<int> BaudRateList() {
+  return {110, 300, 600, 1200, 2400, 4800, 9600, 14400, 19200, 28800, 38400, 56000, 128000, 256000};
+}
+
 PortControl::PortControl(SerialPort& port, Desktop& desktop, ErrorReports& reports)
     : MSComm1(port), desktop_(desktop), reports_(reports) {}
 

@@ -11,6 +11,8 @@
 
 namespace zendor {
 
+std::vector<int> BaudRateList();
+
 // The result of switching the port.
 enum class PortStatus : std::uint8_t {
   Switched = 0,

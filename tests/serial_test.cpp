@@ -2,7 +2,6 @@
 
 #include <tuple>
 
-#include "serial/baud_rates.h"
 #include "serial/port_control.h"
 #include "serial/ticks.h"
 #include "tests/doubles.h"
