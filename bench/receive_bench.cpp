@@ -5,9 +5,9 @@
 #include <numeric>
 #include <vector>
 
-#include "protocol/checksum.h"
-#include "protocol/receive_poll.h"
+#include "protocol/frame.h"
 #include "protocol/reply_check.h"
+#include "protocol/send_receive.h"
 
 namespace zendor {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "device/device_commands.h"
-#include "protocol/frame_stores.h"
+#include "protocol/frame.h"
 
 namespace zendor {
 

@@ -4,9 +4,9 @@
 #include <numeric>
 
 #include "fuzz/require.h"
-#include "protocol/receive_poll.h"
 #include "protocol/reply_check.h"
 #include "protocol/reply_text.h"
+#include "protocol/send_receive.h"
 #include "tests/doubles.h"
 
 namespace zendor {

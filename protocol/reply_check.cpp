@@ -3,7 +3,7 @@
 #include <span>
 
 #include "common/command_result.h"
-#include "protocol/checksum.h"
+#include "protocol/frame.h"
 
 namespace zendor {
 

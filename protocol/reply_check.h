@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "protocol/frame_stores.h"
+#include "protocol/frame.h"
 
 namespace zendor {
 

@@ -7,10 +7,9 @@
 #include "common/command_result.h"
 #include "common/conversions.h"
 #include "common/string_table.h"
-#include "protocol/message_write.h"
-#include "protocol/receive_poll.h"
+#include "protocol/frame.h"
 #include "protocol/reply_check.h"
-#include "protocol/request_frame.h"
+#include "protocol/send_receive.h"
 #include "serial/ticks.h"
 
 namespace zendor {

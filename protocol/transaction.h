@@ -9,7 +9,7 @@
 #include "platform/desktop.h"
 #include "platform/regional.h"
 #include "platform/serial_port.h"
-#include "protocol/frame_stores.h"
+#include "protocol/frame.h"
 #include "protocol/reply_text.h"
 #include "serial/port_control.h"
 

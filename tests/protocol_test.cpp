@@ -1,10 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "protocol/message_write.h"
-#include "protocol/receive_poll.h"
+#include "protocol/frame.h"
 #include "protocol/reply_check.h"
 #include "protocol/reply_text.h"
-#include "protocol/request_frame.h"
+#include "protocol/send_receive.h"
 #include "protocol/transaction.h"
 #include "tests/doubles.h"
 

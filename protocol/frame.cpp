@@ -1,9 +1,9 @@
-#include "protocol/request_frame.h"
+#include "protocol/frame.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "common/conversions.h"
-#include "protocol/checksum.h"
 
 namespace zendor {
 
@@ -24,6 +24,14 @@ void buildRequestFrame(FrameStores& stores, const ByteText& items, int destinati
   stores.TxBuffer[2] = static_cast<std::uint8_t>(source);
   std::ranges::copy(items.bytes, stores.TxBuffer.begin() + kHeaderOffset);
   stores.TxBuffer[stores.TxLength - 1] = LL_DRAVO_Checksum(stores);
+}
+
+std::uint8_t checksumOf(std::span<const std::uint8_t> bytes) {
+  return static_cast<std::uint8_t>(256U - std::accumulate(bytes.begin(), bytes.end(), 0U) % 256U);
+}
+
+std::uint8_t LL_DRAVO_Checksum(const FrameStores& stores) {
+  return checksumOf(std::span(stores.TxBuffer).first(stores.TxLength - 1));
 }
 
 }  // namespace zendor

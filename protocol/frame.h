@@ -1,10 +1,15 @@
-// The stores of the protocol engine. They exist once and belong to the transaction that is running.
+// The frame, and the stores of the protocol engine. They exist once and belong to the transaction
+// that is running.
 #pragma once
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
+#include <string>
 #include <vector>
+
+#include "common/byte_text.h"
 
 namespace zendor {
 
@@ -32,5 +37,19 @@ struct FrameStores {
   std::vector<std::uint8_t> RxData;
   std::int16_t RxDataCount = 0;
 };
+
+// Makes the sum of the bytes and itself a multiple of 256.
+std::uint8_t checksumOf(std::span<const std::uint8_t> bytes);
+
+// The checksum of the frame in TxBuffer, whose last entry it does not look at.
+std::uint8_t LL_DRAVO_Checksum(const FrameStores& stores);
+
+// Why the items, header first, cannot be framed: an address outside 0 to 255 or more data than a
+// frame carries. Empty when they can.
+std::string framingError(const ByteText& items, int destination, int source);
+
+// Builds TxBuffer and TxLength; nothing of the previous frame survives. There is at least the
+// header, and framingError has nothing to say.
+void buildRequestFrame(FrameStores& stores, const ByteText& items, int destination, int source);
 
 }  // namespace zendor
