@@ -111,6 +111,7 @@ TEST_F(DeviceTest, ReadsTheIdentityFromTheRawBytesAndStartsTheSecondReadFromTheB
       {1, {engineer, {7, 3, 81, 0, 255, 255, 255, 168}}, "Engineer", 16777215},
       {1, {customer, {7, 4, 81, 0, 1, 0, 0, 9, 154}}, "Customer", 1},
       {1, {customer, {7, 2, 81, 0, 1, 1, 164}}, "Fail", -9},  // fewer than three bytes
+      {1, {customer, {7, 0, 81, 0, 168}}, "Fail", -9},  // none, while the build code's are stored
       {0, {customer, wrongSum, wrongSum}, "Fail", -9},
       {2, {stranger, stranger}, "Fail", -9},  // who is not asked for a number
       {2, {tooLong, tooLong, engineer, {7, 3, 81, 0, 42, 0, 0, 123}}, "Engineer", 42}};
@@ -121,6 +122,15 @@ TEST_F(DeviceTest, ReadsTheIdentityFromTheRawBytesAndStartsTheSecondReadFromTheB
     EXPECT_EQ(number, expected);
     EXPECT_EQ(std::exchange(line.written, {}).size(), replies.size());
   }
+}
+
+TEST_F(DeviceTest, APodIsAttachedWhateverItsGoodAnswerToAPollHolds) {
+  play(5, {1, 1, 80, 0, 9, 165});
+  EXPECT_TRUE(pod.Pod_IsAttached());
+  play(5, doubles::kDone);
+  EXPECT_TRUE(pod.Pod_IsAttached());
+  for (int attempt = 0; attempt < 2; ++attempt) play(5, doubles::kBusy);
+  EXPECT_FALSE(pod.Pod_IsAttached());
 }
 
 }  // namespace

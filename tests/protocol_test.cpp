@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "protocol/frame.h"
 #include "protocol/reply_check.h"
 #include "protocol/reply_text.h"
@@ -116,12 +118,26 @@ class TransactionTest : public testing::Test, protected doubles::FakePlatform {
   Command command{"254", 80, 1, 1000, "Poll"};
 };
 
-TEST_F(TransactionTest, WaitsTheWholeTimeOutInEachOfTwoAttemptsAcrossAWrapOfTheClock) {
-  clock.now = 0xFFFFFFFFU - 50;
+TEST_F(TransactionTest, WaitsTheWholeTimeOutInEachOfTwoAttemptsWhateverTheClockDoes) {
   command.timeoutMs = 100;
-  EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Error : All comms is dead");
-  EXPECT_EQ(line.written, (std::vector<Bytes>{kPoll, kPoll}));
-  EXPECT_EQ(clock.now, 2U * 102U - 51U);  // left in the pass that reads 101, strictly more
+  for (const std::uint32_t start : {0xFFFFFFFFU - 50, 0x7FFFFFFFU - 50}) {  // wraps, turns negative
+    clock.now = start;
+    EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Error : All comms is dead");
+    EXPECT_EQ(std::exchange(line.written, {}), (std::vector<Bytes>{kPoll, kPoll}));
+    EXPECT_EQ(clock.now - start, 2U * 102U);  // left in the pass that reads 101, strictly more
+  }
+}
+
+TEST_F(TransactionTest, AWriteThatIsRefusedOnceCostsOneAttempt) {
+  line.writeError = PortError{5, "Gone."};
+  desktop.onPass = [&] { line.writeError.reset(); };
+  play(5, kDone);
+  EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Poll = OK");
+  EXPECT_EQ(line.written, (std::vector<Bytes>{kPoll}));
+  EXPECT_EQ(log, (doubles::Log{"open", "discard", "write",
+                               "(!) [Unhandled Error] Unhandled Error number 5\r\nGone.\r\n"
+                               "Occured in LL_Serial_SendMessage",
+                               "discard", "write"}));
 }
 
 TEST_F(TransactionTest, TakesAReplyInThePassThatFindsTheTimeOutAndNoneAfterIt) {
