@@ -16,12 +16,15 @@ REQUESTS = 20
 
 
 class Messages(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.platform = this_platform()
+        cls.addClassCleanup(cls.platform.close)
+        cls.platform.set_up()
+
     def test_every_result_is_announced_to_a_screen_reader(self):
-        platform = this_platform()
-        self.addCleanup(platform.remove)
-        platform.set_up()
-        with Pod() as pod, platform.user(pod.device) as user:
-            listener = platform.start("tests/windows/live_region_listener.exe",
+        with Pod() as pod, self.platform.user(pod.device) as user:
+            listener = self.platform.start("tests/windows/live_region_listener.exe",
                                       stdout=subprocess.PIPE, text=True)
             with listener.stdout as heard:
                 self.assertEqual(heard.readline(), "listening\n")
@@ -33,11 +36,8 @@ class Messages(unittest.TestCase):
             listener.wait()
 
     def test_no_message_of_another_program_stops_it(self):
-        platform = this_platform()
-        self.addCleanup(platform.remove)
-        platform.set_up()
-        with Pod() as pod, platform.user(pod.device) as user:
-            storm = platform.start("tests/windows/message_storm.exe", "10000")
+        with Pod() as pod, self.platform.user(pod.device) as user:
+            storm = self.platform.start("tests/windows/message_storm.exe", "10000")
             for number in range(1, REQUESTS + 1):
                 user.click(BUTTON)
                 pod.wait_for(WHOLE_REQUEST[-1], number)
