@@ -1,47 +1,123 @@
 #include "simulator/fault.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace zendor::simulator {
 
 namespace {
 
-constexpr FaultEntry kCatalogue[] = {
-    {Fault::None, "none", "Nothing goes wrong; lets some requests pass before another fault."},
-    {Fault::Dead, "dead", "Nothing comes back, neither echo nor reply."},
-    {Fault::NoEcho, "no-echo", "The reply comes back without the echo."},
-    {Fault::PartialEcho, "partial-echo", "Two bytes of the echo come back and nothing else."},
-    {Fault::EchoOnly, "echo-only", "The echo comes back and the pod stays silent."},
-    {Fault::ShortReply, "short-reply", "The reply breaks off after four bytes."},
-    {Fault::TruncatedReply, "truncated-reply",
-     "The reply's last byte is missing; a reply without data is given a data byte first."},
-    {Fault::ExtraByte, "extra-byte", "One byte too many arrives together with the reply's last."},
-    {Fault::GarbageBefore, "garbage-before", "The bytes 255 and 0 come before the reply."},
-    {Fault::WrongChecksum, "wrong-checksum", "The reply's checksum is one too low."},
-    {Fault::WrongDestination, "wrong-destination",
-     "The reply goes to the address after the host's; its checksum is right."},
-    {Fault::WrongSource, "wrong-source",
-     "The reply comes from the address after the pod's; its checksum is right."},
-    {Fault::Busy, "busy", "The pod does not act and replies that it is busy (6)."},
-    {Fault::Nak, "nak", "The pod does not act and replies that it refuses (5)."},
-    {Fault::UnknownHeader, "unknown-header",
-     "The pod does not act and replies a code that means nothing (7)."},
-    {Fault::LateReply, "late-reply", "The reply begins 1200 ms after the request."},
-    {Fault::ByteByByte, "byte-by-byte", "Before each byte of the reply the line rests for 20 ms."},
+using std::chrono::milliseconds;
+
+constexpr milliseconds kLateness{1200};  // a host waits for 1000
+constexpr milliseconds kRest{20};
+constexpr std::uint8_t kMeaningless = 7;
+
+Frame carriedOut(Pod& pod, const Frame& request) {
+  Reply reply = pod.answer(request.header, request.data);
+  return {request.source, request.destination, reply.header, std::move(reply.data)};
+}
+
+Transmission inSteps(const Bytes& bytes, milliseconds delay = {}, milliseconds rest = {}) {
+  Transmission transmission{{}, delay, rest};
+  for (const std::uint8_t byte : bytes) transmission.pieces.push_back({byte});
+  return transmission;
+}
+
+Transmission nothing(Pod&, const Frame&) { return {}; }
+
+Transmission wholeReply(Pod& pod, const Frame& request) {
+  return inSteps(encode(carriedOut(pod, request)));
+}
+
+Transmission shortReply(Pod& pod, const Frame& request) {
+  Bytes bytes = encode(carriedOut(pod, request));
+  bytes.resize(4);
+  return inSteps(bytes);
+}
+
+Transmission truncatedReply(Pod& pod, const Frame& request) {
+  Frame reply = carriedOut(pod, request);
+  if (reply.data.empty()) reply.data.push_back(0);
+  Bytes bytes = encode(reply);
+  bytes.pop_back();
+  return inSteps(bytes);
+}
+
+Transmission extraByte(Pod& pod, const Frame& request) {
+  Transmission transmission = wholeReply(pod, request);
+  transmission.pieces.back().push_back(0);
+  return transmission;
+}
+
+Transmission garbageBefore(Pod& pod, const Frame& request) {
+  Transmission transmission = wholeReply(pod, request);
+  transmission.pieces.insert(transmission.pieces.begin(), {{255}, {0}});
+  return transmission;
+}
+
+Transmission wrongChecksum(Pod& pod, const Frame& request) {
+  Bytes bytes = encode(carriedOut(pod, request));
+  --bytes.back();
+  return inSteps(bytes);
+}
+
+Transmission wrongDestination(Pod& pod, const Frame& request) {
+  Frame reply = carriedOut(pod, request);
+  ++reply.destination;
+  return inSteps(encode(reply));
+}
+
+Transmission wrongSource(Pod& pod, const Frame& request) {
+  Frame reply = carriedOut(pod, request);
+  ++reply.source;
+  return inSteps(encode(reply));
+}
+
+template <std::uint8_t header>
+Transmission headerAlone(Pod&, const Frame& request) {
+  return inSteps(encode({request.source, request.destination, header, {}}));
+}
+
+Transmission lateReply(Pod& pod, const Frame& request) {
+  return inSteps(encode(carriedOut(pod, request)), kLateness);
+}
+
+Transmission byteByByte(Pod& pod, const Frame& request) {
+  return inSteps(encode(carriedOut(pod, request)), {}, kRest);
+}
+
+constexpr Fault kCatalogue[] = {
+    {"none", "Nothing goes wrong; lets some requests pass before another fault.", kWholeEcho,
+     wholeReply},
+    {"dead", "Nothing comes back, neither echo nor reply.", 0, nothing},
+    {"no-echo", "The reply comes back without the echo.", 0, wholeReply},
+    {"partial-echo", "Two bytes of the echo come back and nothing else.", 2, nothing},
+    {"echo-only", "The echo comes back and the pod stays silent.", kWholeEcho, nothing},
+    {"short-reply", "The reply breaks off after four bytes.", kWholeEcho, shortReply},
+    {"truncated-reply",
+     "The reply's last byte is missing; a reply without data is given a data byte first.",
+     kWholeEcho, truncatedReply},
+    {"extra-byte", "One byte too many arrives together with the reply's last.", kWholeEcho,
+     extraByte},
+    {"garbage-before", "The bytes 255 and 0 come before the reply.", kWholeEcho, garbageBefore},
+    {"wrong-checksum", "The reply's checksum is one too low.", kWholeEcho, wrongChecksum},
+    {"wrong-destination", "The reply goes to the address after the host's; its checksum is right.",
+     kWholeEcho, wrongDestination},
+    {"wrong-source", "The reply comes from the address after the pod's; its checksum is right.",
+     kWholeEcho, wrongSource},
+    {"busy", "The pod does not act and replies that it is busy (6).", kWholeEcho,
+     headerAlone<kBusy>},
+    {"nak", "The pod does not act and replies that it refuses (5).", kWholeEcho,
+     headerAlone<kRefused>},
+    {"unknown-header", "The pod does not act and replies a code that means nothing (7).",
+     kWholeEcho, headerAlone<kMeaningless>},
+    {"late-reply", "The reply begins 1200 ms after the request.", kWholeEcho, lateReply},
+    {"byte-by-byte", "Before each byte of the reply the line rests for 20 ms.", kWholeEcho,
+     byteByByte},
 };
 
 }  // namespace
 
-std::span<const FaultEntry> faultCatalogue() { return kCatalogue; }
-
-std::optional<Fault> faultNamed(std::string_view name) {
-  const auto* entry = std::ranges::find(kCatalogue, name, &FaultEntry::name);
-  return entry == std::end(kCatalogue) ? std::nullopt : std::optional(entry->fault);
-}
-
-std::size_t echoLimit(Fault fault) {
-  if (fault == Fault::Dead || fault == Fault::NoEcho) return 0;
-  return fault == Fault::PartialEcho ? 2 : kWholeEcho;
-}
+std::span<const Fault> faultCatalogue() { return kCatalogue; }
 
 }  // namespace zendor::simulator

@@ -1,48 +1,38 @@
 // The catalogue of what can go wrong between a host and a pod.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <limits>
-#include <optional>
 #include <span>
 #include <string_view>
+#include <vector>
+
+#include "simulator/frame.h"
+#include "simulator/pod.h"
 
 namespace zendor::simulator {
 
-enum class Fault {
-  None,
-  Dead,
-  NoEcho,
-  PartialEcho,
-  EchoOnly,
-  ShortReply,
-  TruncatedReply,
-  ExtraByte,
-  GarbageBefore,
-  WrongChecksum,
-  WrongDestination,
-  WrongSource,
-  Busy,
-  Nak,
-  UnknownHeader,
-  LateReply,
-  ByteByByte,
+// Bytes that follow each other on the line. Those of one piece arrive together.
+struct Transmission {
+  std::vector<Bytes> pieces;
+  std::chrono::milliseconds delay{0};  // before the first piece
+  std::chrono::milliseconds rest{0};   // before each piece
 };
-
-struct FaultEntry {
-  Fault fault;
-  std::string_view name;
-  std::string_view whatItDoes;  // a sentence
-};
-
-// Every fault once.
-std::span<const FaultEntry> faultCatalogue();
-
-std::optional<Fault> faultNamed(std::string_view name);
 
 constexpr std::size_t kWholeEcho = std::numeric_limits<std::size_t>::max();
 
-// How many bytes of the request come back as its echo.
-std::size_t echoLimit(Fault fault);
+struct Fault {
+  std::string_view name;
+  std::string_view whatItDoes;  // a sentence
+  std::size_t echoLimit;        // how many bytes of the request come back as its echo
+
+  // What the pod sends. The pod acts only where the request gets through to it; without pieces it
+  // sends nothing.
+  Transmission (*reply)(Pod& pod, const Frame& request);
+};
+
+// Every fault once, beginning with the one that spoils nothing.
+std::span<const Fault> faultCatalogue();
 
 }  // namespace zendor::simulator

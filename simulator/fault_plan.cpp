@@ -45,8 +45,9 @@ FaultRule parseFaultRule(std::string_view text) {
   const std::string_view name = *cutField(rest);
   const auto headerField = cutField(rest);
   const auto timesField = cutField(rest);
-  const auto fault = faultNamed(name);
-  if (!fault) throw std::invalid_argument("There is no fault \"" + std::string(name) + "\".");
+  const auto fault = std::ranges::find(faultCatalogue(), name, &Fault::name);
+  if (fault == faultCatalogue().end())
+    throw std::invalid_argument("There is no fault \"" + std::string(name) + "\".");
   if (rest) throw std::invalid_argument(quoted + " has more parts than fault:header:times.");
 
   constexpr unsigned kMostTimes = 1'000'000;
@@ -55,23 +56,23 @@ FaultRule parseFaultRule(std::string_view text) {
   const auto times =
       limitIn(timesField, "always", 1, kMostTimes,
               "The times in " + quoted + " are neither 1 to 1000000 nor \"always\".");
-  FaultRule rule{*fault, std::nullopt, times};
+  FaultRule rule{&*fault, std::nullopt, times};
   if (header) rule.header = static_cast<std::uint8_t>(*header);
   return rule;
 }
 
-Fault FaultPlan::next(std::uint8_t header) {
+const Fault& FaultPlan::next(std::uint8_t header) {
   const auto rule = std::ranges::find_if(rules_, [&](const FaultRule& candidate) {
     return !isUsedUp(candidate) && candidate.header.value_or(header) == header;
   });
-  if (rule == rules_.end()) return Fault::None;
+  if (rule == rules_.end()) return faultCatalogue().front();
   if (rule->times) --*rule->times;
-  return rule->fault;
+  return *rule->fault;
 }
 
 bool FaultPlan::canLoseEcho() const {
   return std::ranges::any_of(rules_, [](const FaultRule& rule) {
-    return !isUsedUp(rule) && echoLimit(rule.fault) != kWholeEcho;
+    return !isUsedUp(rule) && rule.fault->echoLimit != kWholeEcho;
   });
 }
 

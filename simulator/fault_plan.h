@@ -12,13 +12,13 @@
 namespace zendor::simulator {
 
 struct FaultRule {
-  Fault fault = Fault::None;
+  const Fault* fault;
   std::optional<std::uint8_t> header{};  // none: strikes a request of any header
   std::optional<unsigned> times{};       // how many more requests it strikes; none: all
 };
 
-// Reads "busy", "busy:254", "busy:254:2" or "busy:any:always". Throws std::invalid_argument with a
-// sentence for people.
+// Reads a fault's name and what it strikes: "busy", "busy:254", "busy:254:2" or "busy:any:always".
+// Throws std::invalid_argument with a sentence for people.
 FaultRule parseFaultRule(std::string_view text);
 
 class FaultPlan {
@@ -27,8 +27,8 @@ class FaultPlan {
   FaultPlan(std::vector<FaultRule> rules) : rules_(std::move(rules)) {}
 
   // The fault that strikes a request with this header: the first rule that fits and is not used up
-  // counts, and is used up by one.
-  Fault next(std::uint8_t header);
+  // counts, and is used up by one. Without such a rule it is the fault that spoils nothing.
+  const Fault& next(std::uint8_t header);
 
   // Whether a request yet to come can lose its echo.
   bool canLoseEcho() const;

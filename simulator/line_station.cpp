@@ -40,13 +40,13 @@ void LineStation::takeIn(std::uint8_t byte, TimePoint now) {
   lineFree_ = std::max(lineFree_, now) + byteTime_;
   request_.bytes.push_back(byte);
   request_.ends.push_back(lineFree_);
-  if (request_.bytes.size() == kHeaderOffset + 1) request_.fault = faults_.next(byte);
+  if (request_.bytes.size() == kHeaderOffset + 1) request_.fault = &faults_.next(byte);
 }
 
 // Until the header tells which fault strikes, the echo waits where one may be lost.
 void LineStation::echo(std::vector<Delivery>& deliveries) {
-  const bool isDecided = request_.bytes.size() > kHeaderOffset || !faults_.canLoseEcho();
-  const std::size_t limit = isDecided ? echoLimit(request_.fault) : 0;
+  const std::size_t limitBefore = faults_.canLoseEcho() ? 0 : kWholeEcho;
+  const std::size_t limit = request_.fault != nullptr ? request_.fault->echoLimit : limitBefore;
   for (std::size_t& i = request_.echoed; i < std::min(limit, request_.bytes.size()); ++i) {
     deliveries.push_back({request_.ends[i], {request_.bytes[i]}});
   }
@@ -57,7 +57,7 @@ void LineStation::reply(std::vector<Delivery>& deliveries) {
   const auto frame = decode(request_.bytes);
   if (!pod_ || !frame || frame->destination != pod_->address) return;
 
-  const Transmission transmission = faultyReply(*pod_, *frame, request_.fault);
+  const Transmission transmission = request_.fault->reply(*pod_, *frame);
   TimePoint due = lineFree_ + transmission.delay;
   Bytes sent;
   for (const Bytes& piece : transmission.pieces) {

@@ -13,7 +13,6 @@
 #include <vector>
 
 #include "simulator/fault_plan.h"
-#include "simulator/faulty_reply.h"
 #include "simulator/frame.h"
 #include "simulator/pod.h"
 
@@ -50,7 +49,7 @@ class LineStation {
     Bytes bytes;
     std::vector<TimePoint> ends;  // when each byte has passed the line
     std::size_t echoed = 0;
-    Fault fault = Fault::None;  // known with the header
+    const Fault* fault = nullptr;  // known with the header
   };
 
   void takeIn(std::uint8_t byte, TimePoint now);

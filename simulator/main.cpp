@@ -43,8 +43,8 @@ Faults:
 std::string footer() {
   std::ostringstream text;
   text << kExplanation;
-  for (const FaultEntry& entry : faultCatalogue()) {
-    text << "  " << std::left << std::setw(19) << entry.name << entry.whatItDoes << "\n";
+  for (const Fault& fault : faultCatalogue()) {
+    text << "  " << std::left << std::setw(19) << fault.name << fault.whatItDoes << "\n";
   }
   return text.str();
 }

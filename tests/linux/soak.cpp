@@ -12,70 +12,56 @@
 #include <utility>
 
 #include "app/frm_startup.h"
+#include "platform/console/console_form.h"
 #include "platform/linux/linux_serial_port.h"
 #include "platform/shared/steady_clock.h"
 #include "simulator/simulated_line.h"
 
 namespace {
 
-using zendor::simulator::Fault;
-using zendor::simulator::FaultRule;
-
 struct ProgramEnded {};
 
 class SoakDesktop final : public zendor::Desktop {
  public:
   zendor::MessageAnswer showMessage(const zendor::Message& message) override {
-    shown = message.text;
+    messages += message.text;
     return zendor::MessageAnswer::Ok;
   }
   void processEvents() override { std::this_thread::yield(); }
 
-  std::string shown;
+  std::string messages;
 
  private:
   void endProcess() override { throw ProgramEnded{}; }
 };
 
-class SoakForm final : public zendor::Form {
- public:
-  explicit SoakForm(std::string& shown) : shown_(shown) {}
-  std::string caption() const override { return {}; }
-  void setCaption(const std::string&) override {}
-  void setMenuCaption(std::string_view, const std::string&) override {}
-  void setCaption(const zendor::ControlId&, const std::string& caption) override {
-    shown_ = caption;
-  }
-  void setEnabled(const zendor::ControlId&, bool) override {}
-  void setFocus(const zendor::ControlId&) override {}
-  bool isSelected(const zendor::ControlId& option) const override { return option.index == 0; }
-
- private:
-  std::string& shown_;
-};
-
 // What strikes one request: a fault on a command, in one attempt or in all of them. Those that make
 // an attempt wait for its time-out are rare, so that the whole takes minutes.
 struct Strike {
-  FaultRule rule;
+  zendor::simulator::FaultRule rule;
   std::string outcome;
 };
 
 Strike randomStrike(std::mt19937& random) {
-  static constexpr Fault kQuick[] = {
-      Fault::ExtraByte, Fault::WrongChecksum, Fault::WrongSource,  Fault::WrongDestination,
-      Fault::Busy,      Fault::Nak,           Fault::UnknownHeader};
-  static constexpr Fault kSlow[] = {Fault::Dead, Fault::PartialEcho, Fault::EchoOnly,
-                                    Fault::ShortReply, Fault::TruncatedReply};
-  static constexpr std::uint8_t kHeaders[] = {254, 192, 242};
-  const auto oneOf = [&](const auto& choices) { return choices[random() % std::size(choices)]; };
-  const std::uint8_t header = oneOf(kHeaders);
-  if (random() % 2 == 0) return {{Fault::None, header, 1}, "C-1234567"};
-  if (random() % 40 == 0) return {{oneOf(kSlow), header, 1}, "C-1234567"};
-  const Fault fault = oneOf(kQuick);
-  if (random() % 2 == 0) return {{fault, header, 1}, "C-1234567"};
-  return {{fault, header, std::nullopt},
-          header == 254 ? "You Must Attach The Zendor!" : "You Zendor maybe Faulty"};
+  static constexpr const char* kQuick[] = {"extra-byte",        "wrong-checksum", "wrong-source",
+                                           "wrong-destination", "busy",           "nak",
+                                           "unknown-header"};
+  static constexpr const char* kSlow[] = {"dead", "partial-echo", "echo-only", "short-reply",
+                                          "truncated-reply"};
+  static constexpr const char* kHeaders[] = {"254", "192", "242"};
+  const auto oneOf = [&](const auto& choices) {
+    return std::string(choices[random() % std::size(choices)]);
+  };
+  const std::string header = oneOf(kHeaders);
+  const auto strike = [&](const std::string& fault, const char* times, const char* outcome) {
+    return Strike{zendor::simulator::parseFaultRule(fault + ":" + header + ":" + times), outcome};
+  };
+  if (random() % 2 == 0) return strike("none", "1", "C-1234567");
+  if (random() % 40 == 0) return strike(oneOf(kSlow), "1", "C-1234567");
+  const std::string fault = oneOf(kQuick);
+  if (random() % 2 == 0) return strike(fault, "1", "C-1234567");
+  return strike(fault, "always",
+                header == "254" ? "You Must Attach The Zendor!" : "You Zendor maybe Faulty");
 }
 
 // The program from its start to its end, on whatever line the device is at the moment.
@@ -87,7 +73,7 @@ struct Program {
 
   zendor::LinuxSerialPort port;
   SoakDesktop desktop;
-  SoakForm form{desktop.shown};
+  zendor::ConsoleForm form{zendor::frmStartup::description(), 1};
   zendor::SteadyClock clock;
   zendor::frmStartup window{form, port, desktop, clock, {}, {}};
 };
@@ -104,9 +90,10 @@ class Soak {
     try {
       program_->window.Control_Click({"cmdAccept"});
     } catch (const ProgramEnded&) {
-      return std::exchange(program_, nullptr)->desktop.shown;
+      return std::exchange(program_, nullptr)->desktop.messages;
     }
-    return program_->port.isOpen() ? "the port is still open" : program_->desktop.shown;
+    if (program_->port.isOpen()) return "the port is still open";
+    return program_->form.result() + std::exchange(program_->desktop.messages, "");
   }
 
  private:
