@@ -75,9 +75,9 @@ frmStartup::frmStartup(Form& form, SerialPort& port, Desktop& desktop, const Clo
       version_(version),
       reports_(desktop, regional),
       portControl_(port, desktop, reports_),
-      transaction_(port, desktop, clock, portControl_, reports_, regional),
+      transaction_(stores_, port, desktop, clock, portControl_, reports_, regional),
       commands_(transaction_),
-      pod_(commands_, transaction_.stores()) {}
+      pod_(commands_, stores_) {}
 
 void frmStartup::Form_Load() {
   form_.setCaption(form_.caption() + " V" + Tool_FormatDecimal(version_.majorNumber, 0) + "." +

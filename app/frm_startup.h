@@ -13,6 +13,7 @@
 #include "platform/regional.h"
 #include "platform/serial_port.h"
 #include "platform/version.h"
+#include "protocol/frame.h"
 #include "protocol/transaction.h"
 #include "serial/port_control.h"
 
@@ -46,6 +47,7 @@ class frmStartup final : public FormEvents {
   std::uint8_t PortNumber = 0;  // of the current request, 1 to 4; 0 before the first
   bool PortOpened = false;      // while a request holds the port open
 
+  FrameStores stores_;
   ErrorReports reports_;
   PortControl portControl_;
   Transaction transaction_;

@@ -54,7 +54,7 @@ void receiveReply(benchmark::State& state) {
   while (state.KeepRunning()) {
     ByteLine line(bytes);
     stores.RxCount = 0;
-    while (!LL_DRAVO_PollReceive(line, stores.RxBuffer, stores.TxLength, stores.RxCount)) {
+    while (!LL_DRAVO_PollReceive(line, stores)) {
     }
     if (!LL_DRAVO_CheckReply(stores, 80, 1).empty()) state.SkipWithError("The reply is refused");
   }

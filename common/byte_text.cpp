@@ -23,21 +23,21 @@ std::string textOfBytes(std::span<const std::uint8_t> bytes) {
   return text;
 }
 
-std::optional<ByteText> bytesOfText(std::string_view text) {
-  ByteText result;
+std::optional<std::vector<std::uint8_t>> bytesOfText(std::string_view text) {
+  std::vector<std::uint8_t> bytes;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const auto lead = static_cast<std::uint8_t>(text[i]);
     if (lead < 0x80) {
-      result.bytes.push_back(lead);
+      bytes.push_back(lead);
     } else if ((lead == 0xC2 || lead == 0xC3) && i + 1 < text.size() &&
                isContinuation(text[i + 1])) {
       const auto low = static_cast<std::uint8_t>(text[++i]);
-      result.bytes.push_back(static_cast<std::uint8_t>(((lead & 0x03U) << 6U) | (low & 0x3FU)));
+      bytes.push_back(static_cast<std::uint8_t>(((lead & 0x03U) << 6U) | (low & 0x3FU)));
     } else {
       return std::nullopt;
     }
   }
-  return result;
+  return bytes;
 }
 
 std::size_t characterCount(std::string_view text) {

@@ -1,5 +1,5 @@
-// A text used as a list of bytes, and its two conversions. The character set is ISO 8859-1: byte b
-// is the character U+00b. Texts are UTF-8.
+// Bytes as text and text as bytes. A text is UTF-8 and each of its characters stands for one byte,
+// as in the character set ISO 8859-1: the character U+00E9 is the byte E9.
 #pragma once
 
 #include <cstddef>
@@ -12,14 +12,10 @@
 
 namespace zendor {
 
-struct ByteText {
-  std::vector<std::uint8_t> bytes;
-};
-
 std::string textOfBytes(std::span<const std::uint8_t> bytes);
 
 // Nothing when a character of the text has no byte or the text is not UTF-8.
-std::optional<ByteText> bytesOfText(std::string_view text);
+std::optional<std::vector<std::uint8_t>> bytesOfText(std::string_view text);
 
 std::size_t characterCount(std::string_view text);
 

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <limits>
 
+#include "common/byte_text.h"
+
 namespace zendor {
 
 namespace {
@@ -106,21 +108,21 @@ double Tool_TextToNumber(std::string_view text) {
   return negative ? -value : value;
 }
 
-std::optional<ByteText> Tool_DecimalToArray(std::string_view text, bool commaSeparated,
-                                            int& count) {
+std::optional<std::vector<std::uint8_t>> Tool_DecimalToArray(std::string_view text,
+                                                             bool commaSeparated, int& count) {
   const char separator = commaSeparated ? ',' : ' ';
   std::string_view rest = trimBlanks(text);
-  ByteText result;
+  std::vector<std::uint8_t> bytes;
   count = 0;
-  if (rest.empty()) return result;
+  if (rest.empty()) return bytes;
   for (;;) {
     const std::size_t end = rest.find(separator);
     const std::string_view item = rest.substr(0, end);
     const double number = roundHalfToEven(Tool_TextToNumber(item));
     if (item.empty() || !fitsByte(number)) return std::nullopt;
-    result.bytes.push_back(static_cast<std::uint8_t>(number));
+    bytes.push_back(static_cast<std::uint8_t>(number));
     ++count;
-    if (end == std::string_view::npos) return result;
+    if (end == std::string_view::npos) return bytes;
     rest.remove_prefix(end + 1);
   }
 }

@@ -8,8 +8,8 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "common/byte_text.h"
 #include "platform/regional.h"
 
 namespace zendor {
@@ -41,7 +41,8 @@ double Tool_TextToNumber(std::string_view text);
 
 // The numbers of a list, rounded to bytes; count is how many there are. An item that holds no
 // number reads as 0. Nothing when an item is empty or lies outside 0 to 255.
-std::optional<ByteText> Tool_DecimalToArray(std::string_view text, bool commaSeparated, int& count);
+std::optional<std::vector<std::uint8_t>> Tool_DecimalToArray(std::string_view text,
+                                                             bool commaSeparated, int& count);
 
 // To the nearest whole number, a half to the even one.
 double roundHalfToEven(double value);

@@ -14,6 +14,7 @@ enum class StringEntry {
   ErrorOpeningClosing = 330,
 };
 
+// Every entry has a text.
 std::string stringTableText(StringEntry entry);
 
 }  // namespace zendor

@@ -116,10 +116,10 @@ std::string DeviceCommands::DRAVO_MemoryWrite(bool prompt, int block, std::strin
   const std::size_t characters = length > 0 ? static_cast<std::size_t>(length) : 0;
   auto codes = bytesOfText(firstCharacters(text, characters));
   if (!codes) return errorResult("The text holds a character that has no byte");
-  codes->bytes.resize(characters, ' ');
+  codes->resize(characters, ' ');
 
   std::string items = item(block);
-  for (const std::uint8_t code : codes->bytes) items += item(code);
+  for (const std::uint8_t code : *codes) items += item(code);
   return transaction_.LL_DRAVO_Send(command(kMemoryWrite, items, prompt, destination, source));
 }
 

@@ -15,7 +15,7 @@ inline constexpr int kHostAddress = 1;
 
 class Pod {
  public:
-  // The stores are those of the transaction that the commands run.
+  // The commands leave the data of every reply in the stores. Both outlive the pod.
   Pod(DeviceCommands& commands, const FrameStores& stores);
 
   // Whether a pod has answered a poll on the open port.

@@ -32,8 +32,7 @@ bool poll(Bytes pieces, FrameStores& stores) {
     const Bytes piece = take(pieces, length[0] == 255 ? pieces.size() : length[0]);
     platform.line.waiting.assign(piece.begin(), piece.end());
     const std::size_t expected = std::min<std::size_t>(1024, stores.RxCount + piece.size());
-    complete =
-        LL_DRAVO_PollReceive(platform.line, stores.RxBuffer, stores.TxLength, stores.RxCount);
+    complete = LL_DRAVO_PollReceive(platform.line, stores);
     require(stores.RxCount == expected);
   }
   return complete;

@@ -2,6 +2,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "common/byte_text.h"
 #include "common/command_result.h"
 #include "common/conversions.h"
 #include "fuzz/require.h"
@@ -14,20 +15,20 @@ void requireByteList(std::string_view text, bool commas) {
   int count = 0;
   const auto bytes = Tool_DecimalToArray(text, commas, count);
   if (!bytes) return;
-  require(count == static_cast<int>(bytes->bytes.size()));
+  require(count == static_cast<int>(bytes->size()));
   std::string written;
-  for (const std::uint8_t byte : bytes->bytes) {
+  for (const std::uint8_t byte : *bytes) {
     if (!written.empty()) written += commas ? ',' : ' ';
     written += Tool_FormatDecimal(byte, 0);
   }
   int again = 0;
-  require(Tool_DecimalToArray(written, commas, again)->bytes == bytes->bytes);
+  require(Tool_DecimalToArray(written, commas, again) == bytes);
 }
 
 void requireText(std::string_view text, std::size_t width) {
   const auto bytes = bytesOfText(text);
-  require(!bytes || textOfBytes(bytes->bytes) == text);
-  require(!bytes || bytes->bytes.size() == characterCount(text));
+  require(!bytes || textOfBytes(*bytes) == text);
+  require(!bytes || bytes->size() == characterCount(text));
   require(text.starts_with(firstCharacters(text, width)));
   const std::string padded = Tool_PadText(true, text, width, true);
   require(padded.ends_with(text) && characterCount(padded) >= width);

@@ -1,15 +1,16 @@
 #include "protocol/send_receive.h"
 
 #include <algorithm>
+#include <span>
 
 namespace zendor {
 
 void LL_Serial_SendMessage(SerialPort& MSComm1, FrameStores& stores, Desktop& desktop,
                            ErrorReports& reports) {
-  // Taken before the wait, in which events run.
+  // Copied first, because events run during the wait.
   const auto message = stores.TxBuffer;
   while (MSComm1.bytesToSend() != 0) desktop.processEvents();
-  // Only now, so that bytes that arrived during the wait are discarded as well.
+  // Discarded after the wait, so that bytes that arrived during it are discarded too.
   stores.RxCount = 0;
   MSComm1.discardWaiting();
   try {
@@ -19,17 +20,17 @@ void LL_Serial_SendMessage(SerialPort& MSComm1, FrameStores& stores, Desktop& de
   }
 }
 
-bool LL_DRAVO_PollReceive(SerialPort& MSComm1, ReceiveStore& RxBuffer, std::size_t txLength,
-                          std::size_t& rxCount) {
+bool LL_DRAVO_PollReceive(SerialPort& MSComm1, FrameStores& stores) {
   if (MSComm1.bytesWaiting() == 0) return false;
   const auto received = MSComm1.readAll();
-  const std::size_t stored = std::min(received.size(), RxBuffer.size() - rxCount);
-  std::copy_n(received.begin(), stored, RxBuffer.begin() + static_cast<std::ptrdiff_t>(rxCount));
-  rxCount += stored;
+  const auto room = std::span(stores.RxBuffer).subspan(stores.RxCount);
+  const std::size_t stored = std::min(received.size(), room.size());
+  std::ranges::copy(received.first(stored), room.begin());
+  stores.RxCount += stored;
 
-  const std::size_t lengthIndex = txLength + 1;
-  if (rxCount <= lengthIndex) return false;
-  return rxCount >= txLength + RxBuffer[lengthIndex] + kFrameOverhead;
+  const std::size_t lengthIndex = stores.TxLength + 1;
+  if (stores.RxCount <= lengthIndex) return false;
+  return stores.RxCount >= stores.TxLength + stores.RxBuffer[lengthIndex] + kFrameOverhead;
 }
 
 }  // namespace zendor

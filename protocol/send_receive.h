@@ -2,8 +2,6 @@
 // Nothing else writes to the port.
 #pragma once
 
-#include <cstddef>
-
 #include "common/error_reports.h"
 #include "platform/desktop.h"
 #include "platform/serial_port.h"
@@ -17,11 +15,10 @@ namespace zendor {
 void LL_Serial_SendMessage(SerialPort& MSComm1, FrameStores& stores, Desktop& desktop,
                            ErrorReports& reports);
 
-// Appends all waiting bytes to RxBuffer and advances rxCount; what does not fit is dropped. The
-// line echoes the request, so the reply begins after txLength bytes. True in the call that stores
-// the last byte of the reply, and in a later one that finds more; a call that finds nothing waiting
-// is always false. Never blocks.
-bool LL_DRAVO_PollReceive(SerialPort& MSComm1, ReceiveStore& RxBuffer, std::size_t txLength,
-                          std::size_t& rxCount);
+// Appends all waiting bytes to RxBuffer and advances RxCount; what does not fit is dropped. The
+// line echoes the request, so the reply begins after TxLength bytes. The result is true in the call
+// that stores the last byte of the reply and in every later call that finds more bytes. Never
+// blocks.
+bool LL_DRAVO_PollReceive(SerialPort& MSComm1, FrameStores& stores);
 
 }  // namespace zendor

@@ -20,9 +20,11 @@ constexpr int kAttemptsOfASeries = 2;
 
 }  // namespace
 
-Transaction::Transaction(SerialPort& port, Desktop& desktop, const Clock& clock,
-                         PortControl& portControl, ErrorReports& reports, Regional regional)
-    : MSComm1(port),
+Transaction::Transaction(FrameStores& stores, SerialPort& port, Desktop& desktop,
+                         const Clock& clock, PortControl& portControl, ErrorReports& reports,
+                         Regional regional)
+    : stores_(stores),
+      MSComm1(port),
       desktop_(desktop),
       clock_(clock),
       portControl_(portControl),
@@ -34,9 +36,9 @@ std::string Transaction::LL_DRAVO_Send(const Command& command) {
   const auto items = Tool_DecimalToArray(command.request, true, count);
   if (!items) return errorResult("The request holds an item that is not a number from 0 to 255");
   if (count < 1) endOnProgramError();
-  const std::string reason = framingError(*items, command.destination, command.source);
+  const std::string reason =
+      buildRequestFrame(stores_, *items, command.destination, command.source);
   if (!reason.empty()) return errorResult(reason);
-  buildRequestFrame(stores_, *items, command.destination, command.source);
 
   for (;;) {
     std::string errorText;
@@ -63,7 +65,7 @@ void Transaction::awaitReply(int timeoutMs) {
     const std::int64_t now = Tool_TicksToUnsigned(clock_.GetTickCount());
     timedOut = elapsedTicks(start, now) > timeoutMs;
     // Polled in the pass that finds the time-out too: a reply that is just in time is taken.
-    complete = LL_DRAVO_PollReceive(MSComm1, stores_.RxBuffer, stores_.TxLength, stores_.RxCount);
+    complete = LL_DRAVO_PollReceive(MSComm1, stores_);
     desktop_.processEvents();
   }
 }

@@ -28,15 +28,14 @@ struct Command {
 
 class Transaction {
  public:
-  Transaction(SerialPort& port, Desktop& desktop, const Clock& clock, PortControl& portControl,
-              ErrorReports& reports, Regional regional);
+  // All that is handed in outlives the transaction.
+  Transaction(FrameStores& stores, SerialPort& port, Desktop& desktop, const Clock& clock,
+              PortControl& portControl, ErrorReports& reports, Regional regional);
 
   // The command result: "name = reply" or a text that begins with "Error : ". The port is open. A
   // request without a header and an unknown reply format end the program; a request that cannot be
   // framed is refused before anything is written.
   std::string LL_DRAVO_Send(const Command& command);
-
-  const FrameStores& stores() const { return stores_; }
 
  private:
   // The error text of the reply check.
@@ -46,13 +45,13 @@ class Transaction {
   bool LL_DRAVO_AskRetry(const std::string& errorText);
   [[noreturn]] void endOnProgramError();
 
+  FrameStores& stores_;
   SerialPort& MSComm1;
   Desktop& desktop_;
   const Clock& clock_;
   PortControl& portControl_;
   ErrorReports& reports_;
   Regional regional_;
-  FrameStores stores_;
 };
 
 }  // namespace zendor

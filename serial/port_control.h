@@ -32,18 +32,18 @@ class PortControl {
   // showErrors says whether the user is told of a refusal.
   PortStatus Port_SetOpen(bool open, bool showErrors);
 
-  bool Port_IsOpen() const;
-
   // Closes the port, warns when even that is refused, and ends the program.
   [[noreturn]] void Port_Shutdown();
-
-  // A message box with the application's title.
-  void Tool_ShowWarning(const std::string& text);
 
   // The accepted rates; empty until the window is loaded.
   std::vector<int> BaudRates;
 
  private:
+  bool Port_IsOpen() const;
+
+  // A message box with the application's title.
+  void Tool_ShowWarning(const std::string& text);
+
   void showRefusal(const std::string& description);
 
   SerialPort& MSComm1;

@@ -16,9 +16,10 @@ class DeviceTest : public testing::Test, protected doubles::FakePlatform {
 
   ErrorReports reports{desktop, {}};
   PortControl control{line, desktop, reports};
-  Transaction transaction{line, desktop, clock, control, reports, {}};
+  FrameStores stores;
+  Transaction transaction{stores, line, desktop, clock, control, reports, {}};
   DeviceCommands commands{transaction};
-  Pod pod{commands, transaction.stores()};
+  Pod pod{commands, stores};
 };
 
 TEST_F(DeviceTest, EachCommandSendsItsFrameNamesItsReplyAndAsksWhereItIsToAsk) {

@@ -42,8 +42,8 @@ TEST(MessageWrite, SendsItsBytesOnceTheQueueHasDrainedAndStaleInputIsGone) {
 TEST(ReceivePoll, CompletesInTheCallThatStoresTheLastByte) {
   doubles::FakePlatform platform;
   platform.line.open();
-  ReceiveStore store{};
-  std::size_t count = 0;
+  FrameStores stores;
+  stores.TxLength = kPoll.size();
   const std::tuple<Bytes, bool, std::size_t> rows[] = {
       {{}, false, 0},
       {kPoll, false, 5},
@@ -55,13 +55,13 @@ TEST(ReceivePoll, CompletesInTheCallThatStoresTheLastByte) {
       {{4}, true, 1024}};
   for (const auto& [bytes, complete, stored] : rows) {
     platform.line.waiting = bytes;
-    EXPECT_EQ(LL_DRAVO_PollReceive(platform.line, store, 5, count), complete) << stored;
-    EXPECT_EQ(count, stored);
+    EXPECT_EQ(LL_DRAVO_PollReceive(platform.line, stores), complete) << stored;
+    EXPECT_EQ(stores.RxCount, stored);
   }
-  EXPECT_EQ(store[1023], 3);
-  count = 0;
+  EXPECT_EQ(stores.RxBuffer[1023], 3);
+  stores.RxCount = 0;
   platform.line.waiting = kPoll + Bytes{1, 255, 80, 0} + Bytes(256, 0);  // the longest reply
-  EXPECT_TRUE(LL_DRAVO_PollReceive(platform.line, store, 5, count));
+  EXPECT_TRUE(LL_DRAVO_PollReceive(platform.line, stores));
 }
 
 TEST(ReplyCheck, StopsAtTheFirstFaultAndLeavesTheReplyStoreAsFarAsItCame) {
@@ -114,7 +114,8 @@ class TransactionTest : public testing::Test, protected doubles::FakePlatform {
 
   ErrorReports reports{desktop, {}};
   PortControl control{line, desktop, reports};
-  Transaction transaction{line, desktop, clock, control, reports, {",", "-"}};
+  FrameStores stores;
+  Transaction transaction{stores, line, desktop, clock, control, reports, {",", "-"}};
   Command command{"254", 80, 1, 1000, "Poll"};
 };
 
@@ -173,8 +174,8 @@ TEST_F(TransactionTest, ReversesTheReplyInTheStoreAndInTheText) {
   EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Poll = 003 002 001 ");
   play(5, kDone);
   EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Poll = OK");
-  EXPECT_EQ(transaction.stores().RxDataCount, 0);
-  EXPECT_EQ(transaction.stores().RxData, (Bytes{3, 2, 1}));
+  EXPECT_EQ(stores.RxDataCount, 0);
+  EXPECT_EQ(stores.RxData, (Bytes{3, 2, 1}));
 }
 
 TEST_F(TransactionTest, EndsTheProgramForARequestWithoutHeaderOrAnUnknownFormat) {
