@@ -1,11 +1,11 @@
 #include "platform/win32/win32_form.h"
 
 #include <algorithm>
-#include <iterator>
 #include <thread>
 #include <utility>
 
 #include "platform/win32/win32_frame.h"
+#include "platform/win32/win32_keys.h"
 #include "platform/win32/win32_result_box.h"
 #include "platform/win32/win32_text.h"
 
@@ -20,27 +20,6 @@ Pointer pointerIn(Parameter parameter) {
 }
 
 POINT topLeftOf(const RECT& rect) { return {rect.left, rect.top}; }
-
-POINT topLeftOf(HWND window) {
-  RECT rect{};
-  GetWindowRect(window, &rect);
-  return topLeftOf(rect);
-}
-
-// The copy keys give this command wherever the keyboard focus is. In a WM_COMMAND, the upper half
-// of the number says that a key of the table has given the command.
-constexpr WORD kCopy = 1;
-constexpr WPARAM kCopyByKey = MAKEWPARAM(kCopy, 1);
-
-HACCEL createKeys() {
-  ACCEL keys[] = {{FVIRTKEY | FCONTROL, 'C', kCopy}, {FVIRTKEY | FCONTROL, VK_INSERT, kCopy}};
-  return CreateAcceleratorTableW(keys, std::size(keys));
-}
-
-bool isRepeatOfReturn(const MSG& message) {
-  return message.message == WM_KEYDOWN && message.wParam == VK_RETURN &&
-         (HIWORD(message.lParam) & KF_REPEAT) != 0;
-}
 
 }  // namespace
 
@@ -92,9 +71,9 @@ void Win32Form::setCaption(const ControlId& control, const std::string& caption)
   });
 }
 
-// While the control that had the focus is disabled, the frame has the focus: without any focus the
-// Tab key would be dead. Where the user moves the focus meanwhile, it stays. A click on the control
-// that still waits to be raised is dropped, because the control is disabled by then.
+// While the control that had the focus is disabled, the frame has the focus, because without any
+// focus the Tab key would be dead. If the user moves the focus meanwhile, it stays there. A click on
+// the control that still waits to be raised is dropped.
 void Win32Form::setEnabled(const ControlId& control, bool enabled) {
   calls_.call([=, this] {
     const HWND window = controlOf(control).window;
@@ -132,8 +111,7 @@ LRESULT CALLBACK Win32Form::windowProcedure(HWND window, UINT message, WPARAM wP
 // A held Return presses the button once, not again and again.
 void Win32Form::serve(MSG& message, HACCEL keys) {
   if (isRepeatOfReturn(message)) return;
-  if (TranslateAcceleratorW(window_, keys, &message)) return;
-  if (IsDialogMessageW(window_, &message)) return;
+  if (TranslateAcceleratorW(window_, keys, &message) || IsDialogMessageW(window_, &message)) return;
   TranslateMessage(&message);
   DispatchMessageW(&message);
 }
@@ -168,7 +146,7 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       layOut(topLeftOf(*pointerIn<const RECT*>(lParam)));
       return 0;
     case WM_SETTINGCHANGE:
-      if (wParam == SPI_SETNONCLIENTMETRICS) layOut(topLeftOf(window_));
+      if (wParam == SPI_SETNONCLIENTMETRICS) layOut(topLeftOfFrame(window_));
       break;
     default:
       break;
@@ -181,8 +159,8 @@ void Win32Form::noteFocus() {
   if (focus != resultBox_ && IsChild(window_, focus)) focused_ = focus;
 }
 
-// The number is checked, because any program may send any. A program that operates windows for its
-// user can press a button that is disabled.
+// The window is looked up, because another program can send any number in its place, and such a
+// program can press a button that is disabled.
 void Win32Form::click(HWND window) {
   const auto control = std::ranges::find(controls_, window, &Win32Control::window);
   if (control == controls_.end() || control->kind != ControlKind::PushButton) return;
@@ -191,8 +169,8 @@ void Win32Form::click(HWND window) {
   SetEvent(click_.get());
 }
 
-// The next click is taken behind the calls of the former one, because they may have disabled the
-// button.
+// A call takes the click, because calls are served in their order: those of the former click, which
+// may have disabled the button, have been served by then.
 void Win32Form::raiseClicks() {
   for (;;) {
     WaitForSingleObject(click_.get(), INFINITE);

@@ -59,6 +59,12 @@ void placeFrame(HWND frame, const FormDescription& description, double dotsPerIn
                SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+POINT topLeftOfFrame(HWND frame) {
+  RECT rect{};
+  GetWindowRect(frame, &rect);
+  return {rect.left, rect.top};
+}
+
 POINT centredOnScreen(HWND frame, const FormDescription& description, double dotsPerInch) {
   MONITORINFO monitor{};
   monitor.cbSize = sizeof monitor;

@@ -13,10 +13,13 @@ HWND createFrame(const FormDescription& description, WNDPROC procedure);
 // The size of the frame around the described client area at the given density.
 SIZE frameSize(HWND frame, const FormDescription& description, double dotsPerInch);
 
-// Gives the frame that size.
+// Gives the frame the size that frameSize tells, and its place.
 void placeFrame(HWND frame, const FormDescription& description, double dotsPerInch, POINT topLeft);
 
-// Where the frame stands in the middle of its screen.
+// Where the frame stands.
+POINT topLeftOfFrame(HWND frame);
+
+// Where the frame would stand in the middle of its screen.
 POINT centredOnScreen(HWND frame, const FormDescription& description, double dotsPerInch);
 
 }  // namespace zendor
