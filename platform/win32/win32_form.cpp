@@ -72,8 +72,8 @@ void Win32Form::setCaption(const ControlId& control, const std::string& caption)
 }
 
 // While the control that had the focus is disabled, the frame has the focus, because without any
-// focus the Tab key would be dead. If the user moves the focus meanwhile, it stays there. A click on
-// the control that still waits to be raised is dropped.
+// focus the Tab key would be dead. If the user moves the focus meanwhile, it stays there. A click
+// on the control that still waits to be raised is dropped.
 void Win32Form::setEnabled(const ControlId& control, bool enabled) {
   calls_.call([=, this] {
     const HWND window = controlOf(control).window;
