@@ -4,6 +4,7 @@ keyboard, and is patient with what there is to see."""
 import collections
 import contextlib
 import re
+import subprocess
 
 import screen
 from captions import BUTTON
@@ -57,6 +58,24 @@ class AnyUser:
 
     def close_window(self):
         self.press("alt+F4")
+
+    def click_close_button(self):
+        """Of the title bar."""
+        _, top, right, _ = self.menu_bar()
+        self.click_at((right - 16, top - 16, right, top))
+
+    def leave_and_come_back(self):
+        """Another window has the keyboard meanwhile."""
+        active = ["xdotool", "getactivewindow", "getwindowname"]
+
+        def wait_until_active(title):
+            self.wait_until(lambda: output_of(*active, check=False).strip() == title, f'"{title}" active')
+
+        other = subprocess.Popen(["xev"], stdout=subprocess.DEVNULL)
+        wait_until_active("Event Tester")
+        other.kill()
+        other.wait()
+        wait_until_active(self.title())
 
     def break_off(self):
         self.close_window()

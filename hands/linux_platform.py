@@ -6,7 +6,11 @@ import tempfile
 
 from linux_user import User
 
-# Groups that make the toolkit believe a file of colours, and those of the result box.
+# What the toolkit takes for the user's settings: a font, and groups that make it believe the colours
+# of the result box.
+FONT = """[General]
+font=DejaVu Sans,{points},-1,5,50,0,0,0,0,0
+"""
 COLORS = """[Colors:Button]
 BackgroundNormal=200,200,200
 [Colors:Window]
@@ -19,6 +23,7 @@ ForegroundNormal={background}
 
 class Linux:
     densities = [{"density": density} for density in (96, 120, 144, 192)]
+    densities.append({"density": 96, "font": 20})
     holds = [({}, User.open_menu), ({}, User.open_menu_of_result), ({}, User.press_title_bar),
              ({}, User.hold_title_bar)]
     write_refusal = r"^Unhandled Error number 5\n.* is gone: .*\nOccured in LL_Serial_SendMessage$"
@@ -36,13 +41,15 @@ class Linux:
         devices = [device or "/dev/none" for device in devices]
         return User([self.program, *devices], **self.variables)
 
-    def set_up(self, density=96, colors=()):
-        """The density, and the colours of the result box and of text."""
+    def set_up(self, density=96, font=None, colors=()):
+        """The density, the points of the user's font, and the colours of the result box and of text."""
         self.variables = {"QT_FONT_DPI": str(density), "QT_ENABLE_HIGHDPI_SCALING": "0"}
+        settings = FONT.format(points=font) if font else ""
         if colors:
             background, text = (",".join(map(str, color)) for color in colors)
-            globals_file = pathlib.Path(self.folder.name, "kdeglobals")
-            globals_file.write_text(COLORS.format(background=background, text=text))
+            settings += COLORS.format(background=background, text=text)
+        if settings:
+            pathlib.Path(self.folder.name, "kdeglobals").write_text(settings)
             self.variables.update(XDG_CONFIG_HOME=self.folder.name, XDG_CURRENT_DESKTOP="KDE",
                                   KDE_SESSION_VERSION="5")
 

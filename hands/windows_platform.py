@@ -76,6 +76,14 @@ class Windows:
     def start(self, program, *arguments, **streams):
         return subprocess.Popen(self.command(program, *arguments), **{**SILENT, **streams})
 
+    def assert_passes(self, test, program):
+        """A test program ends with success, or the test fails with what the program reports."""
+        process = self.start(program, stdout=subprocess.PIPE, text=True)
+        with process.stdout:
+            report = process.stdout.read()
+        test.assertEqual(process.wait(), 0, report)
+        test.assertIn("PASSED", report)
+
     def set_up(self, density=96, font=USUAL, colors=((255, 255, 255), (0, 0, 0)), managed="Y"):
         """The density, the message font, the colours of the result box and of text, and whether the
         window manager has the windows. Windows starts anew with them."""

@@ -61,6 +61,13 @@ TEST_F(RequestTest, TellsOfAMissingPodOnceAndIsReadyForTheNextClick) {
   EXPECT_EQ(log[log.size() - 3], "Label1: E-1234567");
 }
 
+TEST_F(RequestTest, CanBeClosedWhileTheTransmitQueueDoesNotDrain) {
+  line.unsent = 1;
+  desktop.onPass = [&] { window.Form_Unload(); };
+  EXPECT_THROW(click(), doubles::ProgramEnded);
+  EXPECT_EQ(log, kStart);
+}
+
 TEST_F(RequestTest, EndsTheProgramWhenThePortDoesNotOpen) {
   line.openError = PortError{16, "Held."};
   EXPECT_THROW(click(), doubles::ProgramEnded);

@@ -7,6 +7,7 @@ Usage: linux_only_test.py linux WINDOW_ON_PORTS ZENDOR_POD_SIMULATOR
 
 import glob
 import os
+import pathlib
 import sys
 import time
 import unittest
@@ -96,6 +97,14 @@ class LinuxOnly(unittest.TestCase):
                 wait_for_description(user, adapter)
                 pod.process.terminate()
                 wait_for_description(user, NOTHING)
+
+    def test_obeys_the_lock_files_of_other_programs(self):
+        with Pod() as pod, User([WINDOW, pod.device]) as user:
+            lock = pathlib.Path("/var/lock/LCK.." + os.path.basename(pod.device))
+            self.addCleanup(lock.unlink, missing_ok=True)
+            lock.write_text("         1\n")
+            user.click(BUTTON)
+            self.assertIn(f"process 1 has locked it with {lock}.", user.box().text)
 
     def test_frees_the_port_when_it_is_killed_and_leaves_no_lock_behind(self):
         locks = lock_files()

@@ -113,6 +113,7 @@ TEST(MessageBox, ShowsTheMessageLetterForLetterWithItsWholeTitleAndAnswersNoToEs
     answerNextBox(key, [&, expected = icon](const QMessageBox& box) {
       EXPECT_EQ(box.text(), "<b>gone</b>\nRetry ?");
       EXPECT_EQ(box.textFormat(), Qt::PlainText);
+      EXPECT_TRUE(box.textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
       EXPECT_EQ(box.windowTitle().toStdString(), title);
       EXPECT_GT(box.width(), titleWidth + 120);  // and the buttons of the title bar
       EXPECT_EQ(box.icon(), expected == None       ? QMessageBox::NoIcon

@@ -57,6 +57,27 @@ class Request(unittest.TestCase):
             user.wait_until_focused(BUTTON)  # which it had lost while it was disabled
             self.assertEqual(pod.requests(), WHOLE_REQUEST)
 
+    def test_keeps_the_result_while_another_window_has_the_keyboard(self):
+        with Pod() as pod, self.user(pod.device) as user:
+            user.click(BUTTON)
+            result = user.wait_for_result()
+            user.leave_and_come_back()
+            user.press("Tab")  # comes behind all that the window does when it has the keyboard again
+            user.wait_until_focused(OPTIONS[0])
+            self.assertEqual(user.result(), result)
+
+    def test_is_closed_under_an_open_menu_and_not_behind_a_message(self):
+        with Pod("--no-pod") as pod, self.user(pod.device) as user:
+            user.click(BUTTON)
+            user.box()
+            user.click_close_button()
+            user.answer()
+            user.wait_until_focused(BUTTON)
+            user.open_menu()
+            user.click_close_button()  # closes the menu
+            user.click_close_button()
+            self.assertEqual(user.wait_for_end(), 0)
+
     def test_asks_the_port_that_is_chosen_at_the_click(self):
         with Pod("--serial-number", "1", *SLOW) as first, Pod("--serial-number", "4") as fourth:
             with self.user(first.device, None, None, fourth.device) as user:

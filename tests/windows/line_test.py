@@ -7,7 +7,6 @@ Usage: line_test.py windows BUILD_FOLDER ZENDOR_POD_SIMULATOR
 import fcntl
 import os
 import struct
-import subprocess
 import sys
 import termios
 import threading
@@ -40,11 +39,7 @@ class Line(unittest.TestCase):
                 os.write(near, received)
 
         threading.Thread(target=send_back, daemon=True).start()
-        test = self.windows.start("tests/windows/win32_line_test.exe", stdout=subprocess.PIPE, text=True)
-        with test.stdout:
-            report = test.stdout.read()
-        self.assertEqual(test.wait(), 0, report)
-        self.assertIn("PASSED", report)
+        self.windows.assert_passes(self, "tests/windows/win32_line_test.exe")
         input_flags, _, line_flags, *_ = termios.tcgetattr(far)
         self.assertEqual(input_flags & (termios.IXON | termios.IXOFF), 0)
         self.assertEqual(line_flags & (termios.CSTOPB | termios.CRTSCTS), 0)
