@@ -56,6 +56,7 @@ bool takesKeyboard(const FormControl& control) {
 // then, by the tab index, what takes the keyboard.
 std::vector<Win32Control> creationOrder(const std::vector<FormControl>& controls) {
   std::vector<Win32Control> order;
+  order.reserve(controls.size());
   for (const FormControl& control : controls) order.push_back({control});
   std::ranges::stable_sort(order, {}, [](const Win32Control& control) {
     return takesKeyboard(control) ? control.tabIndex : -1;
