@@ -5,6 +5,7 @@ import collections
 import contextlib
 import re
 import subprocess
+import time
 
 import screen
 from captions import BUTTON
@@ -65,7 +66,7 @@ class AnyUser:
         self.click_at((right - 16, top - 16, right, top))
 
     def leave_and_come_back(self):
-        """Another window has the keyboard meanwhile."""
+        """Another window has the keyboard for a while."""
         active = ["xdotool", "getactivewindow", "getwindowname"]
 
         def wait_until_active(title):
@@ -73,6 +74,7 @@ class AnyUser:
 
         other = subprocess.Popen(["xev"], stdout=subprocess.DEVNULL)
         wait_until_active("Event Tester")
+        time.sleep(1)  # until the toolkit believes that the keyboard has gone
         other.kill()
         other.wait()
         wait_until_active(self.title())

@@ -11,4 +11,9 @@ if [ ! -d "$WINEPREFIX" ]; then
   WINEPREFIX=$unfinished wineserver --wait
   mv "$unfinished" "$WINEPREFIX"
 fi
+# Without a program, a server of Wine ends after some seconds and refuses a program that comes at that
+# very moment. This one stays for a minute; it is not started where one is running.
+if [ "$2" != wineserver ]; then
+  wineserver --persistent=60 </dev/null >/dev/null 2>&1 || true
+fi
 exec "${@:2}"

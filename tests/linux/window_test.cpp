@@ -100,6 +100,7 @@ TEST(MessageBox, ShowsTheMessageLetterForLetterWithItsWholeTitleAndAnswersNoToEs
   };
   using enum MessageButtons;
   using enum MessageIcon;
+  QApplication::setStyle("windows");  // a style without selectable texts of its own
   const std::string title(20, 'M');
   QtForm form(frmStartup::description());
   QFont titleFont = QApplication::font();
