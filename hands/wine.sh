@@ -12,8 +12,9 @@ if [ ! -d "$WINEPREFIX" ]; then
   mv "$unfinished" "$WINEPREFIX"
 fi
 # Without a program, a server of Wine ends after some seconds and refuses a program that comes at that
-# very moment. This one stays for a minute; it is not started where one is running.
-if [ "$2" != wineserver ]; then
-  wineserver --persistent=60 </dev/null >/dev/null 2>&1 || true
+# very moment. This one stays for a minute. Its services would hold the streams of the first program
+# open, so a program without streams comes first.
+if [ "$2" != wineserver ] && wineserver --persistent=60 </dev/null >/dev/null 2>&1; then
+  wine cmd /c exit </dev/null >/dev/null 2>&1
 fi
 exec "${@:2}"
