@@ -18,10 +18,11 @@ constexpr std::string_view kSerialPortMenu = "SerialPort";
 constexpr const char* kLineSettings = "9600,N,8,1";
 constexpr int kIdentityAttempts = 2;
 
-// The same in every region: a Turkish one would make another letter of an "i".
+// The same in every region. The library's function would follow the region, and a Turkish region
+// has another capital for "i".
 char upperCase(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
-// The letter of a pod type; empty when it is neither of the two.
+// The letter of a pod type, or an empty text for a type that is neither of the two.
 std::string resultPrefix(std::string type) {
   std::ranges::transform(type, type.begin(), upperCase);
   if (type == "CUSTOMER") return "C";
@@ -131,7 +132,7 @@ void frmStartup::choosePort() {
 
 void frmStartup::openPort() {
   if (!portControl_.Port_InitialiseSerialPort(PortNumber, kLineSettings)) desktop_.endProgram();
-  // A refusal has been shown by then.
+  // The user has been told of a refusal by then.
   if (portControl_.Port_SetOpen(true, true) != PortStatus::Switched) desktop_.endProgram();
   PortOpened = true;
 }

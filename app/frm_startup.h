@@ -21,10 +21,10 @@ namespace zendor {
 
 class frmStartup final : public FormEvents {
  public:
-  // The window as a platform is to draw it.
+  // The window that a platform draws.
   static FormDescription description();
 
-  // The form draws description(). All that is handed in outlives the window.
+  // The form shows description(). All that is handed in outlives this object.
   frmStartup(Form& form, SerialPort& port, Desktop& desktop, const Clock& clock,
              const Regional& regional, const Version& version);
 
@@ -44,7 +44,7 @@ class frmStartup final : public FormEvents {
   Desktop& desktop_;
   Version version_;
 
-  std::uint8_t PortNumber = 0;  // of the current request, 1 to 4; 0 before the first
+  std::uint8_t PortNumber = 0;  // of the current request, 1 to 4; 0 before the first request
   bool PortOpened = false;      // while a request holds the port open
 
   FrameStores stores_;

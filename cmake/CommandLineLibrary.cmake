@@ -1,5 +1,5 @@
-# CLI11::CLI11, which consists of headers alone: those of this system serve another one as well, but
-# without the other headers beside them.
+# Gives CLI11::CLI11. The library consists of headers alone, so that those of this system serve a
+# program for another system as well, but the other headers of this system must not come with them.
 if(CMAKE_CROSSCOMPILING)
   find_path(CLI11_HEADERS CLI/CLI.hpp HINTS /usr/include NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH
             REQUIRED)

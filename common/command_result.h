@@ -1,5 +1,5 @@
-// What a device command returns: its display name, " = " and the reply text, or a text that begins
-// with "Error : ".
+// The result of a device command is a text: the command's display name, " = " and the reply text,
+// or after a failure a text that begins with "Error : ".
 #pragma once
 
 #include <string>
@@ -14,7 +14,7 @@ std::string errorResult(std::string_view reason);
 
 bool Tool_IsErrorResult(std::string_view text);
 
-// The text after the first "=" and the one character behind it; all of it where there is no "=".
+// What follows the first "=" and the one character behind it; the whole text if it has no "=".
 std::string Tool_ValueAfterEquals(std::string_view text);
 
 // Replaces a command result by its value and says true, or a failure by "UNKNOWN" and says false.

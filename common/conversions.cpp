@@ -20,7 +20,7 @@ std::string_view trimBlanks(std::string_view text) {
 
 // The digits of a value that is not negative, that many behind the point, without the point.
 std::string roundedDigits(double value, int digits) {
-  // Every double ends within so many digits behind the point: cut there it is still exact.
+  // No double has more digits behind the point, so that this many write it exactly.
   constexpr int kAllDigits = 1074;
   std::array<char, std::numeric_limits<double>::max_exponent10 + 2 + kAllDigits> exact{};
   const auto [end, error] = std::to_chars(exact.data(), exact.data() + exact.size(), value,

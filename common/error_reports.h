@@ -1,5 +1,5 @@
-// The two message boxes in which the program reports errors inside itself. Each returns when the
-// user has closed it; what follows is the caller's decision.
+// The two message boxes in which the program reports errors inside itself. Each routine returns
+// when the user has closed its box; the caller decides what happens then.
 #pragma once
 
 #include <string>
@@ -14,10 +14,10 @@ class ErrorReports {
  public:
   ErrorReports(Desktop& desktop, Regional regional);
 
-  // A routine met an input that it cannot work with.
+  // Tells that the named routine was given an input that it cannot work with.
   void Tool_ReportProgramError(const std::string& routineName);
 
-  // A routine caught an error of the platform.
+  // Tells that the named routine has caught an error of the platform.
   void Tool_ReportUnhandledError(const PortError& error, const std::string& routineName);
 
  private:

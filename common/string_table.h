@@ -1,4 +1,4 @@
-// The texts that are kept by entry number.
+// Texts that the program shows, by the number of their entry.
 #pragma once
 
 #include <string>

@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kReplyTimeoutMs = 1000;
 constexpr int kQuickReplyTimeoutMs = 100;
-// The block number is the first data byte.
+// One data byte is taken by the block number.
 constexpr int kMaximumMemoryLength = static_cast<int>(kMaximumDataLength) - 1;
 
 constexpr const char* kBlockRefusal = "The block number does not fit in one byte";
@@ -37,7 +37,8 @@ constexpr CommandKind kMemoryWrite{214, "Memory write", ReplyFormat::Hidden};
 constexpr CommandKind kLatchOutputs{233, "Latch outputs", ReplyFormat::Hidden};
 constexpr CommandKind kChangeAddress{251, "MDCES Change", ReplyFormat::Hidden};
 
-// A request is its header's number and, for each data byte, "," and the byte's number.
+// A request is written as the number of its header and, for each data byte, "," and the number of
+// the byte.
 std::string item(double number) { return "," + Tool_FormatDecimal(number, 0); }
 
 Command command(const CommandKind& kind, const std::string& items, bool prompt, int destination,

@@ -1,9 +1,9 @@
 // One routine for each command of a device on the bus. Each runs one transaction and returns its
 // command result unchanged: "name = reply", or a text that begins with "Error : ".
 //
-// destination, source, block and newAddress are bytes, 0 to 255; an argument that cannot be sent
-// is refused with an "Error : " result before anything goes on the wire. prompt says whether the
-// user is asked to retry when both attempts have failed.
+// destination, source, block and newAddress are bytes, 0 to 255. An argument that cannot be sent is
+// refused with an "Error : " result, and nothing is sent then. prompt says whether the user is
+// asked to retry when both attempts have failed.
 #pragma once
 
 #include <span>
@@ -18,7 +18,7 @@ class DeviceCommands {
  public:
   explicit DeviceCommands(Transaction& transaction);
 
-  // quick waits 100 ms for each reply in place of 1000.
+  // A quick poll waits 100 ms for each reply, instead of 1000 ms.
   std::string DRAVO_Poll(bool prompt, bool quick, int destination, int source);
 
   std::string DRAVO_RequestManufacturer(bool prompt, int destination, int source);

@@ -1,5 +1,5 @@
-// The pod as a whole: whether one answers, and who it is. Asks nobody and shows nothing; every
-// failure is folded into the result.
+// The pod as a whole: whether one answers, and who it is. These routines ask the user nothing and
+// show nothing, because every failure is told by the result.
 #pragma once
 
 #include <cstdint>

@@ -10,7 +10,8 @@
 namespace zendor {
 namespace {
 
-// What is accepted as a list of bytes comes back from its own decimal form.
+// A text that is accepted as a list of bytes gives the same bytes when they are written as decimal
+// numbers and read again.
 void requireByteList(std::string_view text, bool commas) {
   int count = 0;
   const auto bytes = Tool_DecimalToArray(text, commas, count);

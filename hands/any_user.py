@@ -61,7 +61,7 @@ class AnyUser:
         self.press("alt+F4")
 
     def click_close_button(self):
-        """Of the title bar."""
+        """The one in the title bar, with the mouse."""
         _, top, right, _ = self.menu_bar()
         self.click_at((right - 16, top - 16, right, top))
 
@@ -84,13 +84,13 @@ class AnyUser:
         self.wait_for_end()
 
     def start(self):
-        """A request on the port that is chosen."""
+        """Starts a request on the chosen port."""
         self.click(BUTTON)
         self.wait_until(lambda: self.find_box() or not self.is_enabled(BUTTON) or self.result(),
                         "The start of the request")
 
     def finish(self):
-        """Titles and texts of the messages, which it answers, and the number."""
+        """Answers the messages of the request. Returns their titles and texts, and the number."""
         messages = []
         while isinstance(end := self.wait_for(self._next_of_request, "The end of the request"), Box):
             messages.append((end.title, end.text))
@@ -98,7 +98,7 @@ class AnyUser:
         return messages, end
 
     def _next_of_request(self):
-        """A box, or the number, empty where there is none."""
+        """A box, or, when no box is left to answer, the number; it is empty when there is none."""
         if self.process.poll() is not None:
             return ""
         try:
@@ -114,7 +114,7 @@ class AnyUser:
             raise AssertionError(f"exit status {self.process.returncode}")
 
     def open_menu(self):
-        """The place of the opened menu."""
+        """Returns the place of the opened menu."""
         left, top, _, bottom = self.menu_bar()
         self.click_at((left, top, left + 60, bottom))
         return self.menu()
@@ -143,7 +143,7 @@ class AnyUser:
         self.press("m", "Right")
 
     def find_menu(self):
-        """The window manager knows nothing of an open menu."""
+        """An open menu is the only window of the program that the window manager does not know."""
         search = ["xdotool", "search", "--onlyvisible", "--class", self.window_class]
         for window in output_of(*search, check=False).split():
             if "not found" in output_of("xprop", "-id", window, "WM_STATE", check=False):
@@ -159,7 +159,7 @@ class AnyUser:
         return self.wait_for(self.find_box, "A message box")
 
     def answer(self, button="OK"):
-        """Where the button is by now: the window manager may move a new box."""
+        """Looks for the button at the last moment, because the window manager may move a new box."""
         self.click_at(self.box().buttons[button])
         self.wait_until(lambda: self.find_box() is None, "The end of the box")
 
@@ -173,11 +173,11 @@ class AnyUser:
         self.wait_until(lambda: self.is_selected(caption), f'"{caption}" selected')
 
     def wait_until_ready(self, ready=True):
-        """For another request, or for the end of the one that is running."""
+        """Until the program takes another request or, with False, until a request is running."""
         self.wait_until(lambda: self.is_enabled(BUTTON) == ready, f"Ready: {ready}")
 
     def wait_for_result(self, earlier=""):
-        """The next one after an earlier one."""
+        """Waits for a result that is not the earlier one."""
 
         def look():
             now = self.result()
@@ -190,5 +190,5 @@ class AnyUser:
         self.wait_until(lambda: output_of(*command, check=False) == text, f'"{text}" copied')
 
     def wait_for_end(self, seconds=10.0):
-        """The exit status of the program."""
+        """Returns the exit status of the program."""
         return self.process.wait(seconds)

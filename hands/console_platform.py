@@ -24,7 +24,7 @@ class Console:
         return User([self.program, device])
 
     def refusals(self, device):
-        """What does not open, and why."""
+        """Ports that do not open, and why they do not."""
         holder = open(device, "rb")
         fcntl.flock(holder, fcntl.LOCK_EX)
         return [

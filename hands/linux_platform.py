@@ -54,7 +54,7 @@ class Linux:
                                   KDE_SESSION_VERSION="5")
 
     def refusals(self, device):
-        """What does not open, and why."""
+        """Ports that do not open, and why they do not."""
         holder = open(device, "rb")
         fcntl.flock(holder, fcntl.LOCK_EX)
         return [

@@ -32,8 +32,8 @@ class Picture:
         return inside
 
     def ink(self):
-        """Left and right end of what differs from the background, which is that of the left edge, and
-        where the right edge is."""
+        """The left and the right end of what differs from the background, and the place of the right edge.
+        The background is the colour of the left edge."""
         columns = [any(row[x] != row[0] for row in self.rows) for x in range(len(self.rows[0]))]
         return columns.index(True), len(columns) - columns[::-1].index(True), len(columns)
 

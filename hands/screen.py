@@ -6,7 +6,7 @@ import time
 
 
 def wait_for(look, what, seconds=20.0):
-    """What look() finds, as soon as it is not None; an error that names it when it never is."""
+    """Returns what look() finds, as soon as that is not None. An error names what did not come in time."""
     deadline = time.monotonic() + seconds
     while True:
         found = look()

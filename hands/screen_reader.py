@@ -46,7 +46,7 @@ class ScreenReader:
         self.folder.cleanup()
 
     def listen_until(self, words):
-        """What it says from now on up to those words, without them, a line for each utterance."""
+        """Returns what Orca says from now on until it says those words, a line for each utterance."""
 
         def look():
             lines = self.file.read_text().splitlines()[self.heard:]

@@ -45,11 +45,11 @@ class SimulatedPod:
         return [frame for sender, _, frame in marked if sender == "host"]
 
     def wait_for(self, frame, times=1):
-        """Until the host has sent that frame so many times."""
+        """Waits until the host has sent that frame so many times."""
         wait_for(lambda: self._frames().count(frame) >= times or None, f"The frame {frame}")
 
     def requests(self):
-        """The frames that the host has sent; ends the pod."""
+        """Ends the pod and returns the frames that the host has sent."""
         self.process.terminate()
         self._wait_for_end()
         return self._frames()

@@ -11,7 +11,7 @@ from screen import output_of
 
 WINE = pathlib.Path(__file__).with_name("wine.sh")
 
-# What is set in the registry, for all ports and all of the window's looks.
+# The settings in the registry: all ports, and all that the looks of the window depend on.
 SETTINGS = r"""Windows Registry Editor Version 5.00
 
 [HKEY_LOCAL_MACHINE\Software\Wine\Ports]
@@ -111,7 +111,7 @@ class Windows:
         return self.folder / f"com{number}"
 
     def attach(self, *devices):
-        """Puts the devices behind COM1 and on, and nothing behind the other numbers."""
+        """Puts the devices behind COM1, COM2 and so on, and nothing behind the other numbers."""
         for number in range(1, 5):
             self.port(number).unlink(missing_ok=True)
         for number, device in enumerate(devices, 1):
@@ -128,7 +128,7 @@ class Windows:
         return user
 
     def refusals(self, _):
-        """What does not open, and why, in the system's words; nothing is held."""
+        """Ports that do not open, and why they do not, in the system's words. None is held here."""
         return [([], "COM1: "), ([__file__], "COM1: ")], None
 
 
@@ -248,7 +248,7 @@ class User(AnyUser):
         return next((row.text for row in self.rows() if "focused" in row.state), None)
 
     def click_hastily(self, caption):
-        """Five times, as a program does that operates windows for its user."""
+        """Clicks five times, as a program does that operates windows for its user."""
         self.reader.click_hastily(caption)
 
     def has_keyboard(self):

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs a command on a Windows of the tests' own: the Wine prefix that the first argument names. The
-# first call makes it, under another name until it is whole.
+# Runs a command on a Windows that belongs to the tests: the Wine prefix that the first argument names.
+# The first call makes the prefix, under another name until it is whole.
 set -eu
 export WINEPREFIX=$1 WINEDLLOVERRIDES=mscoree,mshtml= WINEDEBUG=-all
 if [ ! -d "$WINEPREFIX" ]; then

@@ -1,5 +1,5 @@
-// What the program asks of the desktop besides its window. All texts are UTF-8 and plain: a
-// platform shows them letter for letter, with CR LF as one line break.
+// What the program asks of the desktop besides its window. All texts are UTF-8. A platform shows
+// them letter for letter, without markup, and CR LF as one line break.
 #pragma once
 
 #include <cstdlib>

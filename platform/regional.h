@@ -1,4 +1,4 @@
-// How the user's region writes numbers. The default is what stands on the wire everywhere.
+// How the user's region writes numbers. Texts that go over the wire are written with the defaults.
 #pragma once
 
 #include <string>

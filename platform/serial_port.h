@@ -1,6 +1,5 @@
-// The serial port that the program asks a platform for: one port object that is configured while it
-// is closed and carries raw bytes in both directions while it is open. Byte values are never
-// translated.
+// The serial port that the program asks a platform for: one object that is configured while it is
+// closed and that carries bytes in both directions while it is open. Bytes are never translated.
 #pragma once
 
 #include <cstddef>
@@ -37,7 +36,7 @@ class SerialPort {
   SerialPort& operator=(const SerialPort&) = delete;
   virtual ~SerialPort() = default;
 
-  // Written while the port is closed; an open uses what stands here then.
+  // Written while the port is closed, and used by the next open.
   PortConfiguration configuration;
 
   virtual bool isOpen() const = 0;
@@ -50,7 +49,8 @@ class SerialPort {
   // Throws PortError when the platform refuses. A line that is gone is closed all the same.
   virtual void close() = 0;
 
-  // The rest needs an open port. On a line that is gone nothing waits and nothing is to be sent.
+  // The operations below need an open port. On a line that is gone no bytes wait and none are to be
+  // sent.
   virtual std::size_t bytesWaiting() = 0;
 
   // All bytes that wait, in the order of their arrival; they no longer wait afterwards. Never

@@ -27,8 +27,9 @@ struct FrameStores {
   std::array<std::uint8_t, 1024> RxBuffer{};
   std::size_t RxCount = 0;
 
-  // The data of the last reply that had the right length; its first RxDataCount bytes count, and
-  // only after a success. A reply without data leaves the bytes of an earlier one behind.
+  // The data of the last reply that had the right length. Only after a success do they count, and
+  // only the first RxDataCount of them, because a reply without data leaves the bytes of an earlier
+  // reply in place.
   std::vector<std::uint8_t> RxData;
   std::int16_t RxDataCount = 0;
 };

@@ -9,7 +9,7 @@ namespace zendor {
 
 namespace {
 
-// The header of a reply.
+// The codes that can stand in the header of a reply.
 constexpr std::uint8_t kAcknowledge = 0;
 constexpr std::uint8_t kNegativeAcknowledge = 5;
 constexpr std::uint8_t kBusy = 6;

@@ -7,7 +7,7 @@ namespace zendor {
 
 namespace {
 
-// Every byte converted on its own and followed by a blank, the last one too.
+// Converts every byte on its own, with a blank behind each, behind the last one too.
 template <typename Convert>
 std::string eachByte(std::span<const std::uint8_t> data, Convert convert) {
   std::string text;

@@ -64,7 +64,8 @@ void Transaction::awaitReply(int timeoutMs) {
   while (!complete && !timedOut) {
     const std::int64_t now = Tool_TicksToUnsigned(clock_.GetTickCount());
     timedOut = elapsedTicks(start, now) > timeoutMs;
-    // Polled in the pass that finds the time-out too: a reply that is just in time is taken.
+    // The pass that finds the time-out polls as well, so that a reply that is just in time is
+    // taken.
     complete = LL_DRAVO_PollReceive(MSComm1, stores_);
     desktop_.processEvents();
   }

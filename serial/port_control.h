@@ -25,8 +25,9 @@ class PortControl {
  public:
   PortControl(SerialPort& port, Desktop& desktop, ErrorReports& reports);
 
-  // Writes the configuration into the closed port; false, with nothing written, when the settings
-  // have no comma (which is reported) or no accepted baud rate before it.
+  // Writes the configuration into the closed port. The result is false, and nothing is written,
+  // when the settings have no comma or no accepted baud rate before the comma. A missing comma is
+  // reported to the user.
   bool Port_InitialiseSerialPort(int port, const std::string& settings);
 
   // showErrors says whether the user is told of a refusal.

@@ -10,7 +10,7 @@ constexpr std::int64_t Tool_TicksToUnsigned(std::int32_t ticks) {
   return ticks < 0 ? ticks + (std::int64_t{1} << 32) : ticks;
 }
 
-// Milliseconds from one unsigned reading to a later one, right across a wrap of the counter too.
+// Milliseconds from one unsigned reading to a later one. The counter may have wrapped in between.
 constexpr std::int64_t elapsedTicks(std::int64_t start, std::int64_t now) {
   return static_cast<std::uint32_t>(now - start);
 }

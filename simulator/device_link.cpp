@@ -20,7 +20,7 @@ DeviceLink::DeviceLink(fs::path link, fs::path device)
   }
 }
 
-// Another simulator may have taken the place meanwhile.
+// The link stays if another simulator has put its own in this place meanwhile.
 DeviceLink::~DeviceLink() {
   std::error_code error;
   if (fs::read_symlink(link_, error) == device_) fs::remove(link_, error);

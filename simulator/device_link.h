@@ -1,4 +1,5 @@
-// A path of the user's choice that leads to a device as long as this object lives.
+// A symbolic link, at a path of the user's choice, that leads to a device as long as this object
+// lives.
 #pragma once
 
 #include <filesystem>
@@ -7,8 +8,8 @@ namespace zendor::simulator {
 
 class DeviceLink {
  public:
-  // Takes the place of a symbolic link; throws std::runtime_error when anything else is there or
-  // the folder cannot be written.
+  // Takes the place of another symbolic link. Throws std::runtime_error when anything else is there
+  // or when the folder cannot be written.
   DeviceLink(std::filesystem::path link, std::filesystem::path device);
   DeviceLink(const DeviceLink&) = delete;
   DeviceLink& operator=(const DeviceLink&) = delete;

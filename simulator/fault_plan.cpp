@@ -9,7 +9,7 @@ namespace zendor::simulator {
 
 namespace {
 
-// Cuts the text up to the next ":" off its front; nothing when it is used up.
+// Cuts a field, up to the next ":", off the front of the text; nothing when no text is left.
 std::optional<std::string_view> cutField(std::optional<std::string_view>& text) {
   if (!text) return std::nullopt;
   const std::size_t end = text->find(':');
@@ -26,7 +26,7 @@ std::optional<unsigned> numberIn(std::string_view text, unsigned least, unsigned
   return fits ? std::optional(number) : std::nullopt;
 }
 
-// A field that is missing or holds the word stands for no limit.
+// A field that is missing or that holds the given word sets no limit.
 std::optional<unsigned> limitIn(std::optional<std::string_view> field, std::string_view word,
                                 unsigned least, unsigned most, const std::string& complaint) {
   if (!field || *field == word) return std::nullopt;

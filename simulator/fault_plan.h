@@ -13,7 +13,7 @@ namespace zendor::simulator {
 
 struct FaultRule {
   const Fault* fault;
-  std::optional<std::uint8_t> header{};  // none: strikes a request of any header
+  std::optional<std::uint8_t> header{};  // of the requests that it strikes; none: any header
   std::optional<unsigned> times{};       // how many more requests it strikes; none: all
 };
 
@@ -26,8 +26,8 @@ class FaultPlan {
   FaultPlan() = default;
   FaultPlan(std::vector<FaultRule> rules) : rules_(std::move(rules)) {}
 
-  // The fault that strikes a request with this header: the first rule that fits and is not used up
-  // counts, and is used up by one. Without such a rule it is the fault that spoils nothing.
+  // The fault that strikes a request with this header. The first rule that fits and is not used up
+  // decides, and this uses it up by one. Without such a rule it is the fault that spoils nothing.
   const Fault& next(std::uint8_t header);
 
   // Whether a request yet to come can lose its echo.

@@ -1,4 +1,5 @@
-// The layout that requests and replies share, as the pod knows it.
+// The layout of requests and replies. The simulator has its own code for it, so that a mistake in
+// the program's code shows.
 #pragma once
 
 #include <cstddef>
@@ -22,10 +23,10 @@ constexpr std::size_t kHeaderOffset = 3;
 
 Bytes encode(const Frame& frame);
 
-// Whether the bytes are as many as their length byte announces.
+// Whether the frame has as many bytes as its length byte announces.
 bool isComplete(const Bytes& bytes);
 
-// Takes complete bytes apart; nothing when their checksum is wrong.
+// Takes a complete frame apart; nothing when its checksum is wrong.
 std::optional<Frame> decode(const Bytes& bytes);
 
 }  // namespace zendor::simulator

@@ -7,7 +7,8 @@ namespace zendor::simulator {
 
 namespace {
 
-// Long against the time of a byte, short against the time after which a host tries again.
+// Much longer than the time of a byte, and much shorter than the time after which a host tries
+// again.
 constexpr std::chrono::milliseconds kGapWithinRequest{50};
 
 void append(Bytes& bytes, const Bytes& more) {
@@ -43,7 +44,8 @@ void LineStation::takeIn(std::uint8_t byte, TimePoint now) {
   if (request_.bytes.size() == kHeaderOffset + 1) request_.fault = &faults_.next(byte);
 }
 
-// Until the header tells which fault strikes, the echo waits where one may be lost.
+// The header tells which fault strikes. Until it has come, no byte is echoed if a fault that loses
+// the echo may strike.
 void LineStation::echo(std::vector<Delivery>& deliveries) {
   const std::size_t limitBefore = faults_.canLoseEcho() ? 0 : kWholeEcho;
   const std::size_t limit = request_.fault != nullptr ? request_.fault->echoLimit : limitBefore;

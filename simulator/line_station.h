@@ -1,8 +1,10 @@
-// The line and the pod at its end, without a device: takes what a host sends and when, and says
-// what the host receives and when. Time is an argument, nothing waits.
+// The line and the pod at its end, without a device. It is told which bytes a host sends at which
+// time, and tells which bytes the host receives at which time. Nothing waits, because time is an
+// argument.
 //
-// The line carries the host's bytes one after the other and brings each back as its echo at the end
-// of its time; the pod replies to a complete request at once. A gap within a request ends it.
+// The line carries the host's bytes one after the other. Each byte comes back as its own echo when
+// its time on the line is over. The pod replies to a complete request at once. A request that is
+// interrupted by a gap is dropped.
 #pragma once
 
 #include <chrono>
@@ -31,17 +33,19 @@ struct Delivery {
 
 enum class Sender { Host, Pod };
 
-// Is told a host's frame when it is complete, right or wrong, and a pod's when it is decided.
+// Is told of each frame: of a host's as soon as it is complete, right or wrong, and of a pod's as
+// soon as the pod has decided on it.
 using Onlooker = std::function<void(Sender sender, const Bytes& frame)>;
 
 class LineStation {
  public:
-  // Without a pod the line only echoes. A byte time of zero delivers everything at once but for the
-  // pauses of a fault.
+  // Without a pod the line only echoes. With a byte time of zero everything is delivered at once,
+  // except for the pauses that a fault makes.
   LineStation(std::optional<Pod> pod, FaultPlan faults, std::chrono::nanoseconds byteTime,
               Onlooker onlooker = {});
 
-  // Bytes that the host handed to the line at that moment.
+  // Takes bytes that the host hands to the line now, and returns what it will receive because of
+  // them.
   std::vector<Delivery> receive(std::span<const std::uint8_t> bytes, TimePoint now);
 
  private:
@@ -61,7 +65,7 @@ class LineStation {
   std::chrono::nanoseconds byteTime_;
   Onlooker onlooker_;
   Request request_;
-  TimePoint lineFree_{};  // when the host's last byte has passed
+  TimePoint lineFree_{};  // when the last byte of the host has passed the line
 };
 
 }  // namespace zendor::simulator

@@ -1,4 +1,4 @@
-// A pod on a pseudo-terminal, until it is interrupted.
+// The command that runs a simulated pod on a pseudo-terminal until it is interrupted.
 #include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdlib>
@@ -126,7 +126,8 @@ LineOptions lineOptions(const Arguments& arguments) {
   return options;
 }
 
-// The signals are held back before the line's thread begins, so that it does not take them.
+// The signals are blocked before the line's thread begins, because that thread inherits the block
+// and would otherwise take the signals that this one waits for.
 void serveUntilInterrupted(const Arguments& arguments) {
   sigset_t interruptions{};
   sigemptyset(&interruptions);

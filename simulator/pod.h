@@ -1,5 +1,5 @@
-// A pod without a line: what it is, what it remembers, and what it answers to a request. It takes
-// no time and meets no faults.
+// A pod without a line: its properties, its memory, and its answers to requests. It answers at once
+// and knows no faults.
 #pragma once
 
 #include <array>
@@ -35,8 +35,8 @@ struct Pod {
   std::array<Bytes, kMemoryBlocks> memory{};  // a block is as long as what was last written to it
   std::uint8_t latchedOutputs = 0;
 
-  // Carries the request out. A header that the pod does not know, or data that do not fit it, is
-  // refused and changes nothing.
+  // Carries the request out. A request is refused, and changes nothing, when the pod does not know
+  // its header or when its data do not fit the header.
   Reply answer(std::uint8_t header, const Bytes& data);
 };
 

@@ -35,8 +35,8 @@ std::string pathOfOtherEnd(int master) {
   return path.data();
 }
 
-// Leaves the other end as one wants to find it: without unread bytes and translating none. All of
-// it from this end, since who opens the other one meanwhile is not to find it in use.
+// Leaves the other end without unread bytes, and so that it translates none. All this is done from
+// this end, because a program that opens the other end meanwhile must not find it in use.
 bool clean(int master) {
   termios settings{};
   if (::tcflush(master, TCOFLUSH) != 0 || ::tcgetattr(master, &settings) != 0) return false;
@@ -51,7 +51,7 @@ void watch(int events, int descriptor, std::uint32_t what) {
   require(::epoll_ctl(events, EPOLL_CTL_ADD, descriptor, &event) == 0, "watch a line");
 }
 
-// A time that is past rings at once; none never rings.
+// With a time that is past the timer rings at once, and without a time it never rings.
 void setTimer(int timer, std::optional<std::chrono::steady_clock::time_point> until) {
   using std::chrono::nanoseconds, std::chrono::seconds;
   itimerspec setting{};
@@ -66,8 +66,9 @@ void setTimer(int timer, std::optional<std::chrono::steady_clock::time_point> un
 
 }  // namespace
 
-// While nobody has the other end open it counts as hung up, but only once it has been open. Only a
-// change wakes, so that the wait sleeps through that state too.
+// The other end counts as hung up while no program has it open, but only after it has been open
+// once. So it is opened and closed here. Changes alone wake (EPOLLET), because a wait would
+// otherwise never sleep while the other end is hung up.
 PseudoTerminal::PseudoTerminal()
     : master_(owned(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC),
                     "open a pseudo-terminal")),

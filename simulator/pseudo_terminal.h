@@ -1,8 +1,8 @@
-// A serial line between this process and whoever opens its path: what one side writes the other
-// reads, unchanged. Throws std::system_error when the system gives none.
+// A serial line between this process and a program that opens its path. Each side reads, unchanged,
+// what the other side writes. Throws std::system_error when the system gives no pseudo-terminal.
 //
-// As on a real port, bytes that come while nobody has the path open are lost, and who opens it
-// finds it empty.
+// As on a real port, bytes are lost that are written while no program has the path open, so that a
+// program that opens the path finds it empty.
 #pragma once
 
 #include <chrono>
@@ -21,16 +21,16 @@ class PseudoTerminal {
   const std::string& path() const { return path_; }
 
   // Sleeps until the other side has done something, the time has come or wake() was called. All
-  // that waits has to be read before the next call.
+  // bytes that wait have to be read before the next call.
   void wait(std::optional<std::chrono::steady_clock::time_point> until);
 
-  // From any thread, for good: no wait() sleeps any more.
+  // From then on no wait() sleeps. It may be called from any thread.
   void wake();
 
   // All bytes that wait.
   std::vector<std::uint8_t> read();
 
-  // What the other side's full queue does not take is lost.
+  // Bytes are lost that the queue of the other side has no room for.
   void write(const std::vector<std::uint8_t>& bytes);
 
  private:

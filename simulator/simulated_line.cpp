@@ -39,7 +39,7 @@ void SimulatedLine::serve(const std::stop_token& stop) {
   }
 }
 
-// In one write, so that what belongs together arrives together.
+// All that is due goes out in one write, so that bytes that belong together arrive together.
 void SimulatedLine::deliverWhatIsDue() {
   const auto end = deliveries_.upper_bound(Clock::now());
   Bytes due;

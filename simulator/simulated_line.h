@@ -40,8 +40,8 @@ class SimulatedLine {
   std::vector<Bytes> requests_;  // guarded by the mutex
   PseudoTerminal terminal_;
   LineStation station_;
-  std::multimap<TimePoint, Bytes> deliveries_;  // those of one moment in the order of their making
-  std::jthread thread_;                         // last, so that it ends before what it uses
+  std::multimap<TimePoint, Bytes> deliveries_;  // those of one moment are in their order
+  std::jthread thread_;  // the last member, so that the thread ends before what it uses
 };
 
 }  // namespace zendor::simulator

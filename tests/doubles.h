@@ -50,7 +50,7 @@ class HandClock final : public Clock {
   std::uint32_t now = 0;
 };
 
-// Thrown by the desktop at the end of the program, which runs nothing further.
+// Thrown by the desktop when the program ends, so that nothing of the program runs afterwards.
 struct ProgramEnded {};
 
 class RecordingDesktop final : public Desktop {

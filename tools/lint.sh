@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# clang-format over every source; clang-tidy over every source too, those of Windows as the cross
-# compiler would see them.
+# Runs clang-format and clang-tidy over every source. clang-tidy sees the sources of Windows as the
+# cross compiler does.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . tools/packages.sh
@@ -9,8 +9,8 @@ install_missing "${build_packages[@]}" "${test_packages[@]}" "${windows_packages
   libbenchmark-dev git clang-format clang-tidy
 git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
 
-# Lints the sources named on its standard input, as the given build folder compiles them. GCC's own
-# warning options are of no interest to clang.
+# Lints the sources named on its standard input, as the given build folder compiles them. clang does
+# not know all warning options of GCC and is told not to mind.
 tidy() {
   xargs -P "$(nproc)" -n 4 \
     clang-tidy --quiet --extra-arg=-Wno-unknown-warning-option -p "$1" "${@:2}"

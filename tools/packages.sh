@@ -21,7 +21,8 @@ wine_packages=(wine wine64 xvfb xauth openbox xdotool xclip x11-utils imagemagic
 # What makes the Debian package and what distributions read packages with.
 deb_packages=(dpkg-dev file lintian desktop-file-utils appstream)
 
-# Where it cannot install, it names the packages and carries on: they may be there by another name.
+# Where this function cannot install, it names the packages and carries on, because another system may
+# have them under other names.
 install_missing() {
   local missing=() as_root=() package
   if command -v dpkg-query >/dev/null; then

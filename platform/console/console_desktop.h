@@ -10,8 +10,8 @@ namespace zendor {
 
 class ConsoleDesktop final : public Desktop {
  public:
-  // The messages go to the stream; what else is still to be written there comes before each of
-  // them.
+  // The messages go to the stream. Before each message the given function is called, which can
+  // finish what it is writing to the same stream.
   explicit ConsoleDesktop(
       std::ostream& messages, std::function<void()> beforeMessage = [] {});
 

@@ -1,5 +1,5 @@
-// A described window without a screen. It keeps what the window would show, and the program that
-// makes it is the user who presses its button.
+// A described window without a screen. It keeps what the window would show, and the program presses
+// its button in the place of a user.
 #pragma once
 
 #include <string>

@@ -53,7 +53,7 @@ void TracedSerialPort::discardWaiting() { port_.discardWaiting(); }
 
 std::size_t TracedSerialPort::bytesToSend() { return port_.bytesToSend(); }
 
-// The frame is written down first, since the write may be refused.
+// The frame is written down first, because the write may be refused.
 void TracedSerialPort::write(std::span<const std::uint8_t> bytes) {
   finishLine();
   written_ = bytes.size();
@@ -61,7 +61,7 @@ void TracedSerialPort::write(std::span<const std::uint8_t> bytes) {
   port_.write(bytes);
 }
 
-// Unsigned, so that a wrap of the counter does no harm.
+// The difference is unsigned, so that a wrap of the counter does no harm.
 std::int64_t TracedSerialPort::elapsed() const {
   return static_cast<std::uint32_t>(clock_.GetTickCount()) - static_cast<std::uint32_t>(start_);
 }

@@ -3,9 +3,10 @@
 //      0 > 80 0 1 254 177
 //     11 < 80 0 1 254 177 | 1 0 80 0 175
 //
-// ">" is one write. "<" is all that was read until the next one, with a bar behind the bytes that
-// are as many as were written, since a line that loops back begins with their echo. The number in
-// front are the milliseconds since the trace began, those of the last byte behind a "<".
+// ">" is one write, and "<" is all that was read until the next write. A bar stands behind as many
+// bytes as were written, because the line loops back and what is read begins with the echo. The
+// number in front is the time in milliseconds since the trace began; a "<" has the time of its last
+// byte.
 #pragma once
 
 #include <cstdint>
@@ -19,10 +20,11 @@ namespace zendor {
 
 class TracedSerialPort final : public SerialPort {
  public:
-  // All three outlive the trace. The other port takes over the configuration of this one.
+  // All three outlive this object. An open gives its configuration to the other port.
   TracedSerialPort(SerialPort& port, const Clock& clock, std::ostream& trace);
 
-  // Writes down what has been read by now; otherwise the next write or the close does so.
+  // Writes down what has been read until now. Without this call the next write or the close does
+  // it.
   void finishLine();
 
   bool isOpen() const override;

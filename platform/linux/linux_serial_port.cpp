@@ -31,8 +31,8 @@ FileDescriptor openDevice(const std::string& device) {
   return line;
 }
 
-// The file holds the number of the process in digits. One whose process has ended is stale; one of
-// this process cannot stand for another program.
+// The file holds the number of the process in digits. The file of a process that has ended is
+// stale, and a file with the number of this process cannot be that of another program.
 void refuseForeignLockFile(const fs::path& lockFolder, const std::string& device) {
   std::error_code error;
   const fs::path name = fs::canonical(device, error).filename();
@@ -46,13 +46,14 @@ void refuseForeignLockFile(const fs::path& lockFolder, const std::string& device
       device, ": process " + std::to_string(holder) + " has locked it with " + lockFile.string());
 }
 
-// The holder is named where the system tells it.
+// The refusal names the holder if the system tells it.
 PortError heldPort(const std::string& device, const std::optional<std::string>& holder) {
   return busyPort(device, holder ? ": " + *holder + " has it open" : "");
 }
 
-// The advisory lock keeps this program's kind out and ends with the process. The exclusive mark of
-// another program is looked up as well, since it does not keep the administrator from opening.
+// The advisory lock keeps out the programs that ask for it, this one too, and ends with the
+// process. The exclusive mark of another program is looked up as well, because it does not keep the
+// administrator from opening the device.
 void claim(int line, const std::string& device, const fs::path& lockFolder) {
   if (::flock(line, LOCK_EX | LOCK_NB) != 0) {
     if (errno != EWOULDBLOCK) throw refusedCall(device, errno);
@@ -65,20 +66,20 @@ void claim(int line, const std::string& device, const fs::path& lockFolder) {
   refuseForeignLockFile(lockFolder, device);
 }
 
-// For a port that is marked, so that nobody comes while the others are looked through.
+// The port is marked exclusive by then, so that no other program can open it during the search.
 void refuseOtherHolder(int line, const std::string& device) {
   if (const auto holder = otherHolderOf(line)) throw heldPort(device, holder);
 }
 
-// A driver may run at another rate than asked for without a word. Half a bit time over the ten bits
-// of a byte is what a line can bear, and each of its two ends may use up half of that.
+// A driver may silently run at another rate than the one asked for. A line can bear half a bit time
+// over the ten bits of a byte, and each of its two ends may use up half of that.
 bool isCloseEnough(unsigned int rate, unsigned int asked) {
   const unsigned int difference = rate > asked ? rate - asked : asked - rate;
   return difference <= asked / 40;
 }
 
-// Bytes pass as they are; a read gives what waits and never blocks. The named rate constants lack
-// some of the rates, so that the rate goes to the driver as a number.
+// Bytes pass unchanged, and a read gives the bytes that wait and never blocks. The rate goes to the
+// driver as a number (BOTHER), because there are rates that no named constant stands for.
 void configure(int line, const std::string& device, int baud) {
   termios2 settings{};
   settings.c_cflag = BOTHER | CS8 | CREAD | CLOCAL | HUPCL;
@@ -91,23 +92,25 @@ void configure(int line, const std::string& device, int baud) {
   }
 }
 
-// Keeps programs out that know nothing of locks. A real device loses the mark when it is closed; a
-// pseudo-terminal keeps it until its other end goes, even after the holder has died, and would
-// refuse the next open.
+// Keeps out programs that know nothing of locks. A real device loses the mark when it is closed. A
+// pseudo-terminal would keep the mark until its other end goes, even after the holder has died, and
+// would refuse the next open.
 void markExclusive(int line) {
   struct stat entry {};
   if (::fstat(line, &entry) != 0) return;
   if (!isPseudoTerminal(entry.st_rdev)) ::ioctl(line, TIOCEXCL);
 }
 
-// Interfaces are often fed from these two; a line that has none refuses, which does no harm.
+// Interfaces are often fed from these two lines. A device without them refuses, and that does no
+// harm.
 void assertModemLines(int line) {
   const int lines = TIOCM_DTR | TIOCM_RTS;
   ::ioctl(line, TIOCMBIS, &lines);
 }
 
-// An adapter otherwise holds received bytes back for up to 16 ms. True when the setting was
-// changed; a driver may have none or refuse. It outlives a program that ends with the port open.
+// Without this setting an adapter can hold received bytes back for up to 16 ms. The result is true
+// when the setting was changed: a driver may not have it, or may refuse. The setting stays when a
+// program ends with the port open.
 bool switchLowLatency(int line, bool on) {
   constexpr int kLowLatency = ASYNC_LOW_LATENCY;
   serial_struct driver{};
@@ -154,7 +157,7 @@ void LinuxSerialPort::open() {
   setLowLatency_ = switchLowLatency(line_.number(), true);
 }
 
-// The kernel frees a device that is gone like any other: there is nothing to refuse.
+// The kernel frees a device that is gone like any other, so that a close is never refused.
 void LinuxSerialPort::close() {
   if (!isOpen()) return;
   if (std::exchange(setLowLatency_, false)) switchLowLatency(line_.number(), false);

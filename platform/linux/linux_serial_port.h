@@ -1,5 +1,5 @@
-// A serial port of Linux: each operation is one system call on the open device, so that
-// what waits and what is still to be sent is what the kernel says at that moment.
+// A serial port of Linux. Each operation is one system call on the open device, so that the numbers
+// of bytes that wait and that are still to be sent are those of the kernel at that moment.
 #pragma once
 
 #include <array>
@@ -21,7 +21,7 @@ class LinuxSerialPort final : public SerialPort {
   // The path of a port's device; none when there is no such port. Asked at every open.
   using DeviceOfPort = std::function<std::optional<std::string>(int portNumber)>;
 
-  // In the lock folder other programs tell by a file that they hold a port.
+  // Other programs put a file into the lock folder to tell that they hold a port.
   explicit LinuxSerialPort(DeviceOfPort deviceOfPort,
                            std::filesystem::path lockFolder = "/var/lock");
   ~LinuxSerialPort() override;

@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Sorted as a person counts: on-board ones first, then by name, ttyUSB2 before ttyUSB10.
+// Ports sort as a person counts them: on-board ports first, then by name, ttyUSB2 before ttyUSB10.
 struct Port {
   bool adapter = false;
   std::string stem;  // the name without its number
@@ -44,9 +44,9 @@ std::string firstLineOf(const fs::path& file) {
   return read.substr(0, read.find('\n'));
 }
 
-// The terminals with hardware behind them: consoles, virtual terminals and pseudo-terminals have no
-// device. On-board ports tell their kind of chip; the kernel also lists places for chips that are
-// not there, whose kind is 0.
+// The terminals with hardware behind them, because consoles, virtual terminals and pseudo-terminals
+// have no device. An on-board port tells its kind of chip. The kernel also lists places for chips
+// that are not there, and the kind of those is 0.
 std::set<Port> realPorts(const fs::path& terminals) {
   std::set<Port> ports;
   std::error_code error;
@@ -61,8 +61,8 @@ std::set<Port> realPorts(const fs::path& terminals) {
   return ports;
 }
 
-// What the USB device that holds the port calls itself; empty for other ports. The search ends at
-// that device: the hub above it has a name of its own.
+// The name that the USB device of the port gives itself; empty for other ports. The search upwards
+// ends at that device, because the hub above it has a name of its own.
 std::string usbProductOf(const fs::path& port) {
   std::error_code error;
   fs::path device = fs::canonical(port, error);

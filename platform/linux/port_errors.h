@@ -1,5 +1,5 @@
-// The system's refusals in words: absent, busy, forbidden, not a serial port and gone are kept
-// apart, and each says what to do next. For anything else the system's own text stands.
+// The system's refusals in words. A port that is absent, busy, forbidden, no serial port or gone
+// has words of its own, and these say what to do next. Any other refusal has the system's own text.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@ namespace zendor {
 // No device belongs to the port number.
 PortError absentPort(int portNumber);
 
-// Another program has the device; its traces are told in words where there are any.
+// Another program has the device. The traces tell which one, if the system tells.
 PortError busyPort(const std::string& device, const std::string& traces = {});
 
 // The driver would run at another rate than the one asked for.

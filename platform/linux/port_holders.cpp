@@ -24,7 +24,7 @@ struct CloseFolder {
 };
 using Folder = std::unique_ptr<DIR, CloseFolder>;
 
-// The next name in the folder that is a number; none at its end.
+// The next name in the folder that is a number, or null at the end of the folder.
 const char* nextNumber(const Folder& folder) {
   while (const dirent* const entry = ::readdir(folder.get())) {
     if (entry->d_name[0] >= '0' && entry->d_name[0] <= '9') return entry->d_name;
@@ -32,8 +32,8 @@ const char* nextNumber(const Folder& folder) {
   return nullptr;
 }
 
-// A device goes by its number, which is the same under every path. Pseudo-terminals are numbered
-// anew in every container, each of which has a file system of its own for them.
+// A device is known by its number, because that is the same under every path. The numbers of
+// pseudo-terminals begin anew in every container, so their file system has to be the same, too.
 bool isDevice(const struct statx& file, const struct stat& device) {
   if (!S_ISCHR(file.stx_mode)) return false;
   if (makedev(file.stx_rdev_major, file.stx_rdev_minor) != device.st_rdev) return false;

@@ -1,5 +1,5 @@
-// Other programs that hold a device. A program need not lock a device, and many do not, so that
-// what the system shows of each process has to tell.
+// Other programs that hold a device. Many programs do not lock a device, so they are found by what
+// the system shows of each process.
 #pragma once
 
 #include <filesystem>

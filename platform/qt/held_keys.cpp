@@ -25,8 +25,9 @@ bool movesFocus(int key) {
 
 HeldKeys::HeldKeys() { QCoreApplication::instance()->installEventFilter(this); }
 
-// A window gets the event before the widget that has the focus. The first repeat that reaches a new
-// window is not marked as one: it is a release and a press of the same moment.
+// A window gets a key before the widget that has the focus. Repeats of a key are marked, except for
+// the first one that reaches a new window: that one comes as a release and a press with the same
+// time stamp.
 bool HeldKeys::eventFilter(QObject* watched, QEvent* event) {
   if (!watched->isWindowType()) return false;
   if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) return false;

@@ -7,7 +7,7 @@
 
 namespace zendor {
 
-// Holds for all windows of the application as long as it lives.
+// Sees to it for all windows of the application, as long as this object lives.
 class HeldKeys final : public QObject {
  public:
   HeldKeys();

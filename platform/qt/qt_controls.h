@@ -9,8 +9,8 @@
 
 namespace zendor {
 
-// A widget that looks as described, at its place in the client area. Whether an option button is
-// selected is its property "checked".
+// A widget that looks as described, at its place in the client area. The property "checked" of an
+// option button tells whether it is selected.
 std::unique_ptr<QWidget> makeControl(const FormControl& control, QWidget& client,
                                      const FormScale& scale);
 

@@ -54,7 +54,8 @@ MessageAnswer QtDesktop::showMessage(const Message& message) {
   box.setTextFormat(Qt::PlainText);
   box.setText(textOf(message.text));
   box.setIcon(iconOf(message.icon));
-  // The text may hold a command to copy, by the mouse or, as a whole, by the copy keys.
+  // The text may hold a command that the user wants to copy. The mouse copies a part of the text,
+  // the copy keys copy all of it.
   box.setTextInteractionFlags(Qt::TextSelectableByMouse);
   const QShortcut copy(QKeySequence::Copy, &box,
                        [&box] { QGuiApplication::clipboard()->setText(box.text()); });

@@ -71,7 +71,8 @@ void FormWindow::closeEvent(QCloseEvent* event) {
 
 QtForm::QtForm(const FormDescription& description) : window_([this] { events_->Form_Unload(); }) {
   window_.setWindowTitle(QString::fromStdString(description.caption));
-  // The installed icon has every size, the program's own has one.
+  // The installed icon has every size. The icon within the program, for a program that is not
+  // installed, has one.
   window_.setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName(),
                                          QIcon(QPixmap(zendor_serial_extractor_xpm))));
   layOutWindow();

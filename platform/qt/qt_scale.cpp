@@ -10,12 +10,12 @@ namespace zendor {
 
 namespace {
 
-// How often a control's room has to be taken so that its caption fits; 1 when it fits already.
-// Edges are rounded to pixels, which may take one at each end.
+// What the room has to be multiplied by so that the caption fits; 1 when it fits already. Rounding
+// can take a pixel from the room at each end, so two are added.
 double growthFor(int caption, int room) { return caption <= room ? 1 : (caption + 2.0) / room; }
 
-// The same for all captions in the user's font. Described fonts grow with their room, so that they
-// need nothing.
+// The greatest of these for all captions in the user's font. Captions in a described font need
+// none, because that font grows with its room.
 double growthForCaptions(const FormDescription& description, const FormScale& scale) {
   double growth = 1;
   QWidget scratch;

@@ -48,7 +48,7 @@ QColor readableOn(const QColor& background, const QColor& wished) {
 ResultBox::ResultBox(QWidget* parent) : QLabel(parent), copy_("&Copy") {
   setFrameStyle(QFrame::Box | QFrame::Plain);
   setTextInteractionFlags(Qt::TextSelectableByMouse);
-  setFocusPolicy(Qt::NoFocus);  // a label with text to select would take it from the button
+  setFocusPolicy(Qt::NoFocus);  // otherwise a click on the text would take the focus
   setBackgroundRole(QPalette::HighlightedText);
   setAutoFillBackground(true);
   keepReadable();
@@ -76,7 +76,7 @@ void ResultBox::showResult(const QString& result) {
   QAccessible::updateAccessibility(&shown);
 }
 
-// Does not wait for the end of the menu, because a request may be running.
+// Returns while the menu is open, because a request may be running that must go on.
 void ResultBox::openMenu(const QPoint& place) {
   menu_ = std::make_unique<QMenu>();
   menu_->addAction(&copy_);

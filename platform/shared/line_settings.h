@@ -5,8 +5,9 @@
 
 namespace zendor {
 
-// The baud rate of a settings text that asks for no parity, 8 data bits and 1 stop bit. Throws a
-// PortError with the given number, the platform's own for a wrong argument, for any other text.
+// The baud rate of a settings text that asks for no parity, 8 data bits and 1 stop bit. Any other
+// text throws a PortError with the given number, the one that the platform has for a wrong
+// argument.
 int baudRateOfSettings(const std::string& settings, int errorNumber);
 
 }  // namespace zendor

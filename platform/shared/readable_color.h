@@ -13,7 +13,7 @@ struct Rgb {
 
 inline constexpr double kReadableContrast = 4.5;
 
-// From 1 (the same) to 21 (black and white): the ratio of the relative luminances.
+// The ratio of the relative luminances, from 1 (the same) to 21 (black and white).
 double contrast(Rgb one, Rgb other);
 
 // The wished text colour if it is readable on the background, else black or white.

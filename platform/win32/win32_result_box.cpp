@@ -49,7 +49,7 @@ LRESULT CALLBACK boxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lPar
 
 }  // namespace
 
-// What is selected shows without the focus, too.
+// ES_NOHIDESEL shows the selection also while the box does not have the focus.
 HWND createResultBox(HWND frame, const FormControl& description) {
   const DWORD alignment = description.centred ? ES_CENTER : ES_LEFT;
   const DWORD style = WS_BORDER | ES_READONLY | ES_AUTOHSCROLL | ES_NOHIDESEL | alignment;

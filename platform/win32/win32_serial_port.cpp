@@ -16,8 +16,8 @@ constexpr DWORD kQueueSize = 4096;
 constexpr ULONGLONG kReadLimitMs = 50;
 constexpr DWORD kWriteTimeoutMs = 1000;  // the longest frame takes 270 ms at 9600 baud
 
-// 8 data bits without parity, no flow control; DTR and RTS stay on, since interfaces are often fed
-// from them.
+// 8 data bits without parity and without flow control. DTR and RTS stay on, because interfaces are
+// often fed from them.
 DCB lineOf(int baud) {
   DCB line{};
   line.DCBlength = sizeof line;
@@ -43,7 +43,8 @@ DCB lineOf(int baud) {
   return line;
 }
 
-// A read gives what waits and ends at once. A write ends even if the driver never takes the bytes.
+// A read gives the bytes that wait and ends at once. A write ends even if the driver never takes
+// the bytes.
 COMMTIMEOUTS timeouts() {
   COMMTIMEOUTS result{};
   result.ReadIntervalTimeout = MAXDWORD;
@@ -51,7 +52,7 @@ COMMTIMEOUTS timeouts() {
   return result;
 }
 
-// None on a line that is gone.
+// Nothing when the line is gone.
 std::optional<COMSTAT> queuesOf(HANDLE device) {
   COMSTAT queues{};
   DWORD errors = 0;
@@ -96,8 +97,8 @@ void Win32SerialPort::configure(HANDLE device) const {
   if (!SetCommTimeouts(device, &limits)) throw refusedOpen(deviceName(), GetLastError());
 }
 
-// A close of an open device cannot fail, not even when the adapter has been pulled out, and it does
-// not wait for a write.
+// The close of a device cannot fail, not even when the adapter has been pulled out. It does not
+// wait for a write.
 void Win32SerialPort::close() {
   for (const auto& write : writes_) CancelIoEx(device_.get(), &write->state);
   device_.reset();

@@ -35,7 +35,7 @@ std::string footer(const std::string& name) {
          " --list     which device is which port";
 }
 
-// Nothing when the text says a port.
+// Empty when the text names a port.
 std::string complaintAboutPort(const std::string& text, const CommandPlatform& platform) {
   const bool isNumber = text.size() == 1 && text[0] >= '1' && text[0] <= '0' + kPorts;
   if (isNumber || platform.isDevice(text)) return "";
@@ -74,7 +74,7 @@ int list(const CommandPlatform& platform) {
   return kNumberPrinted;
 }
 
-// The number that the window's button gives on the port; nothing when it gives none.
+// The number that the request of the window's button gives on the port; empty when it gives none.
 std::string request(const Arguments& arguments, const CommandPlatform& platform) {
   const bool isDevice = platform.isDevice(arguments.port);
   const auto port = isDevice ? platform.namedPort(arguments.port) : platform.numberedPorts();

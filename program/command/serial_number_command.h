@@ -24,8 +24,8 @@ struct CommandPlatform {
   std::function<std::string(int portNumber)> describePort;
 };
 
-// Does what the command line asks for. The result is the exit status of the program, which has
-// ended by itself, with 1, where the window would have gone.
+// Does what the command line asks for and returns the exit status of the program. Where the window
+// would end the program, this function does not return, and the status is 1.
 int runSerialNumberCommand(int argc, char** argv, const CommandPlatform& platform);
 
 }  // namespace zendor

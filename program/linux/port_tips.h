@@ -1,5 +1,5 @@
-// Tells which device is behind each option button of a form: as its tooltip and, for screen
-// readers, as its description. Both follow adapters that are plugged in or out.
+// Tells which device is behind each option button of a form, in the button's tooltip and, for
+// screen readers, in its description. Both change when an adapter is plugged in or out.
 #pragma once
 
 #include <QFileSystemWatcher>

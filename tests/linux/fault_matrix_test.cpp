@@ -42,16 +42,16 @@ std::string request(const simulator::FaultRule& rule) {
   return headers + shown + end;
 }
 
-enum Harm { kNone, kOneAttempt, kBothAttempts, kEveryAttempt };
+enum Harm { NoAttempt, OneAttempt, BothAttempts, EveryAttempt };
 
 // times: how often the fault strikes; none: always.
 Harm harmOf(std::string_view fault, std::optional<unsigned> times) {
-  if (fault == "none" || fault == "byte-by-byte") return kNone;
-  // It comes within the second attempt, which takes it for its answer, as it may.
-  if (fault == "late-reply") return kOneAttempt;
-  if (!times) return kEveryAttempt;
+  if (fault == "none" || fault == "byte-by-byte") return NoAttempt;
+  // The reply comes within the second attempt, and that attempt rightly takes it for its answer.
+  if (fault == "late-reply") return OneAttempt;
+  if (!times) return EveryAttempt;
   // The rest of the longer reply comes within the second attempt.
-  return *times == 2 || fault == "garbage-before" ? kBothAttempts : kOneAttempt;
+  return *times == 2 || fault == "garbage-before" ? BothAttempts : OneAttempt;
 }
 
 const char* const kGood = "254 192 242 Label1: C-1234567";

@@ -147,7 +147,7 @@ TEST(PortHolders, ALoginOfAnotherUserIsFoundByTheTerminalOfItsSession) {
   const struct {
     const char* what;
     unsigned int major;
-    const char* status;  // the session is the fourth field behind the name, its terminal the fifth
+    const char* status;  // after the name: the fourth field is the session, the fifth its terminal
     std::string holder;
   } rows[] = {
       {"a login on the port", 4, "20 (agetty) S 1 20 20 4293919999 20 4194560 1", kFound},

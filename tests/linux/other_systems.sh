@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Tries the last commit on other systems as their new user would: makes a bare root of each with
-# debootstrap, and runs the demo and the tests on a clean checkout in it. What these need they have
-# to install themselves.
+# Tries the last commit on other systems as a new user of them would: makes a bare root of each system
+# with debootstrap, and runs the demo and the tests on a clean checkout in it. The demo and the tests
+# have to install what they need.
 #
 #   tests/linux/other_systems.sh                            Debian 13, and Debian 12 for 32 bit
 #   tests/linux/other_systems.sh SUITE[/ARCHITECTURE]...    others of Debian that this processor runs
 #
-# A root lives in memory and in namespaces that end with this script, in whatever way that ends:
-# nothing is left mounted, running or on the disk. It takes root's rights, or sudo.
+# A root lives in memory and in namespaces that end with this script, however the script ends, so that
+# nothing is left mounted, running or on the disk. The script takes root's rights, or sudo.
 set -euo pipefail
 [ "$(id -u)" -eq 0 ] || exec sudo "$0" "$@"
 cd "$(dirname "$0")/../.."

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""What a request tells its user, whoever asks: the window of each platform and the command for scripts,
+"""What a request tells its user, in the window of each platform and by the command for scripts,
 on the real port service and a simulated pod."""
 
 import sys

@@ -62,7 +62,7 @@ class Request(unittest.TestCase):
             user.click(BUTTON)
             result = user.wait_for_result()
             user.leave_and_come_back()
-            user.press("Tab")  # comes behind all that the window does when it has the keyboard again
+            user.press("Tab")  # is obeyed after all that the window does when it has the keyboard again
             user.wait_until_focused(OPTIONS[0])
             self.assertEqual(user.result(), result)
 
@@ -161,7 +161,7 @@ class Request(unittest.TestCase):
             user.wait_for_result()
             user.wait_until_ready()
             user.click_at(user.result_place(), times=2)
-            user.press("shift+Tab")  # comes behind the clicks and goes on from where the focus is
+            user.press("shift+Tab")  # is obeyed after the clicks, and moves on from the control with the focus
             user.wait_until_focused(BUTTON)
             user.open_menu_of_result()
             user.press("c")  # of "Copy"
@@ -203,7 +203,7 @@ class Request(unittest.TestCase):
                 xdotool("mouseup", 1)
 
     def assert_stays(self, user):
-        """The window does not follow the mouse, and takes the click that comes behind the mouse's moves."""
+        """The window does not follow the moves of the mouse, and obeys the click after them."""
         user.wait_until_ready()
         place, option = user.client_place(), user.place(OPTIONS[3])
         user.point_at(user.place(OPTIONS[0]))
