@@ -7,7 +7,7 @@
 #   ./test.sh clang          the same by clang
 #   ./test.sh windows        the Windows program, cross-built and run under Wine
 #
-# What follows is for ctest: ./test.sh windows -R NAME runs one test, ./test.sh dev -L app a floor's.
+# Arguments after the preset go to ctest: -R NAME runs one test, -L app those of the floor app.
 set -euo pipefail
 cd "$(dirname "$0")"
 . tools/packages.sh

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Measures the program and prints a table of ratios and their targets.
+"""Measures the program and prints a table of its figures and their targets.
 
 Usage: measure.py BUILD_FOLDER
 """
@@ -24,14 +24,14 @@ RECEIVE = f"{BUILD}/bench/receive_bench"
 SIMULATOR = f"{BUILD}/simulator/zendor-pod-simulator"
 COMMAND = f"{BUILD}/program/command/zendor-serial-number"
 
-# Before a command: it sees no process but its own, however many the computer has.
+# Before a command, this makes it see no process but its own, however many the computer has.
 SOLITARY = ["unshare", "--pid", "--fork", "--mount-proc"]
 if os.geteuid() != 0:
     SOLITARY.append("--map-root-user")
 
 
 def requests(count, *pod_options, prefix=()):
-    """For each request its time and the longest pass of its wait loops, in ms."""
+    """The time of each request and the longest pass of its wait loops, in ms."""
     with SimulatedPod(SIMULATOR, *pod_options) as pod:
         output = output_of(*prefix, REQUEST, pod.device, str(count))
     return [tuple(map(float, line.split())) for line in output.splitlines()]
@@ -39,7 +39,8 @@ def requests(count, *pod_options, prefix=()):
 
 @contextlib.contextmanager
 def crowd(count):
-    """So many processes of five open files each, the three that every process has among them."""
+    """Runs so many processes during a with block. Each has five open files, its three streams among
+    them."""
     files = [os.open(os.devnull, os.O_RDONLY) for _ in range(2)]
     sleepers = [subprocess.Popen(["sleep", "inf"], pass_fds=files) for _ in range(count)]
     try:
@@ -62,14 +63,14 @@ def cost_of_crowd(count):
 
 
 def milliseconds_of(*command):
-    """From the start of a program to its end."""
+    """The time from the start of a program to its end."""
     begin = time.perf_counter()
     subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
     return (time.perf_counter() - begin) * 1000
 
 
 def command_times(count):
-    """Of the command for scripts: its start, and a request without the start, medians in ms."""
+    """Medians in ms of the command for scripts: its start, and a request without the start."""
     with SimulatedPod(SIMULATOR) as pod:
         starts = [milliseconds_of(*SOLITARY, COMMAND, "--version") for _ in range(count)]
         runs = [milliseconds_of(*SOLITARY, COMMAND, pod.device) for _ in range(count)]
@@ -78,7 +79,7 @@ def command_times(count):
 
 
 def command_memory():
-    """Its peak in MiB while it waits for a pod that does not answer."""
+    """The peak in MiB of the command for scripts while it waits for a pod that does not answer."""
     with SimulatedPod(SIMULATOR, "--no-pod") as pod:
         with subprocess.Popen([COMMAND, pod.device], stderr=subprocess.DEVNULL) as process:
             time.sleep(1.5)

@@ -16,7 +16,7 @@ REQUESTS = 60
 
 
 def requests(windows, simulator):
-    """For each request its time in ms, and how many handles and GDI objects there are after it."""
+    """The times of the requests in ms, and the numbers of handles and GDI objects after each."""
     with SimulatedPod(simulator) as pod:
         windows.attach(pod.device)
         count = str(REQUESTS + 1)

@@ -1,4 +1,5 @@
-// The receive path, poll and reply check, for replies of different lengths that come byte by byte.
+// Measures the receive path, poll and reply check, for a short and a long reply that come byte by
+// byte.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>

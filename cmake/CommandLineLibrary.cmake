@@ -1,5 +1,5 @@
-# Gives CLI11::CLI11. The library consists of headers alone, so that those of this system serve a
-# program for another system as well, but the other headers of this system must not come with them.
+# Provides CLI11::CLI11. CLI11 consists of headers alone, so those of this system serve a cross
+# build as well, by a link that keeps the system's other headers out.
 if(CMAKE_CROSSCOMPILING)
   find_path(CLI11_HEADERS CLI/CLI.hpp HINTS /usr/include NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH
             REQUIRED)

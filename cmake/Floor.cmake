@@ -14,7 +14,8 @@ function(zendor_expose target scope)
   target_include_directories(${target} ${scope} ${root})
 endfunction()
 
-# A floor that is a library: every source and header directly in the current folder.
+# Makes the current folder a floor: a library of every source and header directly in it, except a
+# main.cpp.
 function(zendor_floor target)
   file(GLOB headers CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.h)
   file(GLOB sources CONFIGURE_DEPENDS *.cpp)

@@ -1,5 +1,5 @@
-# GTest::gtest_main: the library of this platform or, for another one, built from the sources that
-# the package googletest brings.
+# Provides GTest::gtest_main: the library of this system or, for a cross build, one built from the
+# sources that the package googletest brings.
 if(CMAKE_CROSSCOMPILING)
   find_path(GOOGLETEST_SOURCES CMakeLists.txt HINTS /usr/src/googletest NO_DEFAULT_PATH
             NO_CMAKE_FIND_ROOT_PATH REQUIRED)

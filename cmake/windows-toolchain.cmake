@@ -13,12 +13,12 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# Programs must run on a bare Windows: no runtime library beside them, that of the stack protector
-# included. The time of the build is left out of them, so that the same source gives the same program.
-# They keep nothing that the users of a terminal server could share, and say so.
+# Programs must run on a bare Windows, so every runtime library is linked into them, that of the
+# stack protector too. The time of the build is left out, so that the same source gives the same
+# program. --tsaware says that a program keeps nothing that users of a terminal server would share.
 set(CMAKE_EXE_LINKER_FLAGS_INIT
     "-static -fstack-protector-strong -Wl,--no-insert-timestamp -Wl,--tsaware")
 
-# Tests run, and are listed, under Wine when ctest is called: building needs no Wine.
+# Tests run under Wine. They are listed when ctest is called, so that building needs no Wine.
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../hands/wine.sh ${CMAKE_BINARY_DIR}/wine wine)
 set(CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE PRE_TEST)

@@ -17,7 +17,8 @@ def main(demo, folder):
     with User([demo]) as user:
 
         def show(moment, words):
-            """The window and what stands before it, without the empty screen around."""
+            """Saves a picture of the window and what stands before it, without the empty screen
+            around, and prints the words."""
             finished_picture(user.client_place(), moment)
             picture = f"{folder}/{moment}.png"
             subprocess.run(["import", "-window", "root", "-trim", "+repage", picture], check=True)

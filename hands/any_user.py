@@ -1,5 +1,5 @@
-"""A user of the program, whatever platform its window is on: acts with the screen's own mouse and
-keyboard, and is patient with what there is to see."""
+"""A user of the program on any platform. The user acts with the screen's own mouse and keyboard,
+and waits for what is to be seen."""
 
 import collections
 import contextlib
@@ -11,15 +11,17 @@ import screen
 from captions import BUTTON
 from screen import output_of, xdotool
 
-# A message box: its buttons are places by their names, the inside is its place without the title.
+# A message box. Its buttons are a dictionary of their places by their names; the inside is the
+# place of the box without its title bar.
 Box = collections.namedtuple("Box", "title text buttons inside")
 
 
 class AnyUser:
-    """Kills the program at the end of a with block. What the window shows is seen by each platform's
-    own eyes: title(), client_place(), menu_bar(), place(caption), is_enabled(caption),
+    """The end of a with block kills the program. What the window shows is seen by the class of each
+    platform: title(), client_place(), menu_bar(), place(caption), is_enabled(caption),
     is_selected(caption), result(), result_place(), focused() and find_box(). A place is left, top,
-    right and bottom on the screen; what is not there is None."""
+    right and bottom on the screen. focused() and find_box() are None where there is no focus and no
+    box."""
 
     wait_for = staticmethod(screen.wait_for)
 
@@ -50,7 +52,7 @@ class AnyUser:
 
     @contextlib.contextmanager
     def holding(self, key):
-        """Keeps a key down for a with block; the keyboard repeats it."""
+        """Keeps a key down for a with block, so that the keyboard repeats the key."""
         xdotool("keydown", key)
         try:
             yield
@@ -61,12 +63,12 @@ class AnyUser:
         self.press("alt+F4")
 
     def click_close_button(self):
-        """The one in the title bar, with the mouse."""
+        """Clicks the button that closes the window in the title bar."""
         _, top, right, _ = self.menu_bar()
         self.click_at((right - 16, top - 16, right, top))
 
     def leave_and_come_back(self):
-        """Another window has the keyboard for a while."""
+        """Gives the keyboard to another window for a while."""
         active = ["xdotool", "getactivewindow", "getwindowname"]
 
         def wait_until_active(title):
@@ -90,7 +92,8 @@ class AnyUser:
                         "The start of the request")
 
     def finish(self):
-        """Answers the messages of the request. Returns their titles and texts, and the number."""
+        """Answers every message until the request is over. Returns the titles and texts of the
+        messages, and the number, empty where there is none."""
         messages = []
         while isinstance(end := self.wait_for(self._next_of_request, "The end of the request"), Box):
             messages.append((end.title, end.text))
@@ -98,7 +101,7 @@ class AnyUser:
         return messages, end
 
     def _next_of_request(self):
-        """A box, or, when no box is left to answer, the number; it is empty when there is none."""
+        """A box or, once the request is over, the number, empty where there is none."""
         if self.process.poll() is not None:
             return ""
         try:
@@ -107,14 +110,14 @@ class AnyUser:
             return None
 
     def wait_until_over(self, ends):
-        """The program has ended, with success, or takes another request."""
+        """Waits until the program has ended with status 0 or, unless it ends, takes a request."""
         if not ends:
             self.wait_until_ready()
         elif self.wait_for_end() != 0:
             raise AssertionError(f"exit status {self.process.returncode}")
 
     def open_menu(self):
-        """Returns the place of the opened menu."""
+        """Opens the menu of the window and returns its place."""
         left, top, _, bottom = self.menu_bar()
         self.click_at((left, top, left + 60, bottom))
         return self.menu()
@@ -128,22 +131,23 @@ class AnyUser:
         return self.menu()
 
     def press_title_bar(self):
-        """Keeps the mouse button down."""
+        """Presses the mouse button on the title bar and keeps it down."""
         left, top, right, _ = self.menu_bar()
         xdotool("mousemove", (left + right) // 2, top - 8, "mousedown", 1)
 
     def hold_title_bar(self):
-        """Moves the window a little and keeps the mouse button down."""
+        """Moves the window a little by its title bar and keeps the mouse button down."""
         self.press_title_bar()
         xdotool("mousemove_relative", 20, 20)
 
     def move_with_keys(self):
-        """By "Move" of the system menu."""
+        """Moves the window a little with the keys, by "Move" of the system menu."""
         self.open_system_menu()
         self.press("m", "Right")
 
     def find_menu(self):
-        """An open menu is the only window of the program that the window manager does not know."""
+        """The place of the open menu, found by its lack of a WM_STATE, because the window manager
+        does not manage menus."""
         search = ["xdotool", "search", "--onlyvisible", "--class", self.window_class]
         for window in output_of(*search, check=False).split():
             if "not found" in output_of("xprop", "-id", window, "WM_STATE", check=False):
@@ -159,7 +163,7 @@ class AnyUser:
         return self.wait_for(self.find_box, "A message box")
 
     def answer(self, button="OK"):
-        """Looks for the button at the last moment, because the window manager may move a new box."""
+        """Clicks the button where it is by now, because the window manager may move a new box."""
         self.click_at(self.box().buttons[button])
         self.wait_until(lambda: self.find_box() is None, "The end of the box")
 
@@ -173,11 +177,11 @@ class AnyUser:
         self.wait_until(lambda: self.is_selected(caption), f'"{caption}" selected')
 
     def wait_until_ready(self, ready=True):
-        """Until the program takes another request or, with False, until a request is running."""
+        """Waits until the window takes a request, or until one is running where ready is False."""
         self.wait_until(lambda: self.is_enabled(BUTTON) == ready, f"Ready: {ready}")
 
     def wait_for_result(self, earlier=""):
-        """Waits for a result that is not the earlier one."""
+        """The result, as soon as there is one that differs from the earlier one."""
 
         def look():
             now = self.result()
@@ -190,5 +194,5 @@ class AnyUser:
         self.wait_until(lambda: output_of(*command, check=False) == text, f'"{text}" copied')
 
     def wait_for_end(self, seconds=10.0):
-        """Returns the exit status of the program."""
+        """Waits for the end of the program and returns its exit status."""
         return self.process.wait(seconds)

@@ -1,4 +1,4 @@
-"""The command for scripts on a Linux without a screen: what it prints is what its user is told."""
+"""The command for scripts on Linux, and a user of the command."""
 
 import fcntl
 import re
@@ -15,16 +15,16 @@ class Console:
         self.program = program
 
     def set_up(self):
-        """There is nothing that could be set."""
+        """Does nothing, because the command has no settings."""
 
     def close(self):
-        """There is nothing that is left behind."""
+        """Does nothing, because the command leaves nothing behind."""
 
     def user(self, device):
         return User([self.program, device])
 
     def refusals(self, device):
-        """Ports that do not open, and why they do not."""
+        """Devices that do not open, each with the reason, and the file that holds the device."""
         holder = open(device, "rb")
         fcntl.flock(holder, fcntl.LOCK_EX)
         return [
@@ -35,7 +35,7 @@ class Console:
 
 
 class User:
-    """Kills the command at the end of a with block."""
+    """The end of a with block kills the command."""
 
     def __init__(self, command):
         self.command = command
@@ -53,7 +53,8 @@ class User:
         self.process = subprocess.Popen(self.command, text=True, **pipes)
 
     def finish(self):
-        """Titles and texts of the messages, and the number."""
+        """Waits for the end of the command. Returns the titles and texts of its messages, and the
+        number, empty where there is none."""
         number, errors = self.process.communicate(timeout=20)
         before, *parts = TITLE.split(errors)
         if before or number.count("\n") > 1:
@@ -63,7 +64,7 @@ class User:
         return messages, number.rstrip("\n")
 
     def wait_until_over(self, _):
-        """A command always ends; its status tells whether it has printed a number."""
+        """A command always ends, and its exit status tells whether it has printed a number."""
         if self.process.wait(10) != self.expected_status:
             raise AssertionError(f"exit status {self.process.returncode}")
 

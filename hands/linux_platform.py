@@ -1,4 +1,5 @@
-"""Linux: the window on devices that the test names, with the desktop's settings in its variables."""
+"""Linux: the window on devices that the test names. Environment variables, and a file that they
+name, stand for the settings of the desktop."""
 
 import fcntl
 import pathlib
@@ -6,8 +7,9 @@ import tempfile
 
 from linux_user import User
 
-# What the toolkit takes for the user's settings: a font, and groups that make it believe the colours
-# of the result box.
+# What the toolkit takes for the user's settings: a font and colours. It takes no colours from a
+# file that lacks the one of buttons. The background of the result box is the colour of selected
+# text.
 FONT = """[General]
 font=DejaVu Sans,{points},-1,5,50,0,0,0,0,0
 """
@@ -37,12 +39,13 @@ class Linux:
         self.folder.cleanup()
 
     def user(self, *devices):
-        """The devices are behind Serial Port 1 and on; None is no device."""
+        """A user of the window with the devices behind Serial Port 1 and on; None is no device."""
         devices = [device or "/dev/none" for device in devices]
         return User([self.program, *devices], **self.variables)
 
     def set_up(self, density=96, font=None, colors=()):
-        """The density, the points of the user's font, and the colours of the result box and of text."""
+        """Sets the density, the points of the user's font, and the colours of the background of the
+        result box and of text."""
         self.variables = {"QT_FONT_DPI": str(density), "QT_ENABLE_HIGHDPI_SCALING": "0"}
         settings = FONT.format(points=font) if font else ""
         if colors:
@@ -54,7 +57,7 @@ class Linux:
                                   KDE_SESSION_VERSION="5")
 
     def refusals(self, device):
-        """Ports that do not open, and why they do not."""
+        """Devices that do not open, each with the reason, and the file that holds the device."""
         holder = open(device, "rb")
         fcntl.flock(holder, fcntl.LOCK_EX)
         return [

@@ -1,5 +1,5 @@
-"""A user of the program on Linux, who sees its windows through the desktop's accessible tree, as a
-screen reader does."""
+"""A user of the program on Linux. The user sees its windows through the accessible tree of the
+desktop, as a screen reader does."""
 
 import os
 import subprocess
@@ -40,7 +40,7 @@ class User(AnyUser):
         self.wait_until(self.focused, "The keyboard focus")
 
     def wait_for(self, look, what, seconds=20.0):
-        """Looks again when something has gone away while it was looked at."""
+        """Looks again when an element goes away while it is looked at."""
 
         def look_again():
             try:
@@ -65,7 +65,7 @@ class User(AnyUser):
         return self.wait_for(look, f'"{name}"')
 
     def controls(self):
-        """All controls of the window, without the elements that only group others."""
+        """All elements of the window but those that only group others."""
         return [e for e in descendants(self.window) if e.getRole() != pyatspi.ROLE_FILLER]
 
     def title(self):
@@ -91,7 +91,8 @@ class User(AnyUser):
         return self.result_box().name
 
     def find_box(self):
-        """Finds a box once it is active, because before that it may still be moved to its place."""
+        """The active message box. One that is not active yet does not count, because the window
+        manager may still move it to its place."""
         alerts = (w for w in self._top_levels()
                   if w.getRole() == pyatspi.ROLE_ALERT and has_state(w, pyatspi.STATE_ACTIVE))
         for box in alerts:
@@ -115,7 +116,7 @@ class User(AnyUser):
         return None
 
     def click_hastily(self, caption):
-        """Clicks five times, faster than the window can deal with the first click."""
+        """Clicks five times before the window has done with the first click."""
         self.point_at(self.place(caption))
         xdotool("click", "--repeat", 5, "--delay", 0, 1)
 

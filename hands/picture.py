@@ -1,4 +1,4 @@
-"""What a part of the screen shows."""
+"""Pictures of a part of the screen."""
 
 import copy
 import re
@@ -32,8 +32,8 @@ class Picture:
         return inside
 
     def ink(self):
-        """The left and the right end of what differs from the background, and the place of the right edge.
-        The background is the colour of the left edge."""
+        """The left and the right end of what is drawn, and the width of the picture. Whatever
+        differs from the pixel at the left edge of its row counts as drawn."""
         columns = [any(row[x] != row[0] for row in self.rows) for x in range(len(self.rows[0]))]
         return columns.index(True), len(columns) - columns[::-1].index(True), len(columns)
 
@@ -49,7 +49,7 @@ class Picture:
 
 
 def finished_picture(place, what):
-    """What a place shows as soon as something is painted there and nothing is added any more."""
+    """The picture of a place, as soon as something is painted there and stays the same."""
 
     def look():
         first, second = Picture(*place), Picture(*place)

@@ -1,8 +1,8 @@
-"""The platform that the whole program is tried on, and a pod for it.
+"""The platform on which the whole program is tested, and a pod for the tests.
 
-A test is started with "linux" and the window on given ports, with "console" and the command for
-scripts, or with "windows" or "windows-console" and the folder where the programs were built; then
-with the simulator.
+A test takes three arguments: the platform, what is tested there, and the simulator. The second is
+the program window_on_ports for "linux", the command for scripts for "console", and the folder where
+the programs were built for "windows" and "windows-console".
 """
 
 import functools

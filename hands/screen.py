@@ -1,12 +1,13 @@
-"""What every user of a program needs: patience, the screen's own mouse and keyboard, and what other
-programs say."""
+"""What every user of a program needs: patience, the screen's own mouse and keyboard, and the output
+of other programs."""
 
 import subprocess
 import time
 
 
 def wait_for(look, what, seconds=20.0):
-    """Returns what look() finds, as soon as that is not None. An error names what did not come in time."""
+    """Returns what look() finds as soon as that is not None. Raises an error with the given words
+    for it when the time is over."""
     deadline = time.monotonic() + seconds
     while True:
         found = look()

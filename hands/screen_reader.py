@@ -20,7 +20,7 @@ class ScreenReader:
         folder = pathlib.Path(self.folder.name)
         (folder / "speechd.conf").write_text(SETTINGS)
         (folder / "modules").mkdir()
-        (folder / "modules/written.conf").touch()  # beside it the voice writes
+        (folder / "modules/written.conf").touch()  # the voice writes beside this file
         self.file = folder / "modules/said"
         self.file.touch()
         self.heard = 0
@@ -46,7 +46,7 @@ class ScreenReader:
         self.folder.cleanup()
 
     def listen_until(self, words):
-        """Returns what Orca says from now on until it says those words, a line for each utterance."""
+        """The utterances since the last call that come before the one that holds the words."""
 
         def look():
             lines = self.file.read_text().splitlines()[self.heard:]

@@ -8,7 +8,8 @@ from screen import wait_for
 POLL, BUILD_CODE, SERIAL = "80 0 1 254 177", "80 0 1 192 239", "80 0 1 242 189"
 WHOLE_REQUEST = [POLL, BUILD_CODE, SERIAL]
 
-# Three seconds of a request: the first attempt of each of its commands waits for its time-out.
+# With these faults a request takes three seconds, because the first attempt of each of its commands
+# waits for its time-out.
 SLOW = [option for header in (254, 192, 242) for option in ("--fault", f"echo-only:{header}:1")]
 
 
@@ -49,7 +50,7 @@ class SimulatedPod:
         wait_for(lambda: self._frames().count(frame) >= times or None, f"The frame {frame}")
 
     def requests(self):
-        """Ends the pod and returns the frames that the host has sent."""
+        """Ends the pod, and returns the frames that the host has sent."""
         self.process.terminate()
         self._wait_for_end()
         return self._frames()

@@ -5,14 +5,15 @@ case "${VIRTUAL_SCREEN_STAGE:-screen}" in
   screen)
     VIRTUAL_SCREEN_STAGE=bus exec "$(dirname "$0")/empty_screen.sh" "$0" "$@"
     ;;
-  bus) # what the bus and its services say is of no interest; the command keeps its own voice
+  bus) # the output of the bus and its services is dropped, that of the command is kept
     VIRTUAL_SCREEN_STAGE=command exec dbus-run-session -- "$0" "$@" 3>&1 4>&2 >/dev/null 2>&1
     ;;
   command)
     unset VIRTUAL_SCREEN_STAGE
     command -v xprop >/dev/null || exit 1
-    # The first key of a screen changes its keyboard mapping, upon which the window manager lets go of
-    # its keys for a moment. Now nobody waits for one.
+    # The first key on a screen changes the keyboard mapping, and a window manager then lets go of
+    # its keys for a moment. A key is pressed before the window manager starts, so that no key of
+    # the command is lost.
     xdotool key shift || exit 1
     openbox --config-file "$(realpath "$(dirname "$0")")/openbox.xml" >/dev/null 2>&1 &
     window_manager=$!

@@ -1,8 +1,9 @@
 // A reader of other programs' windows: for every empty line of input it lists the visible windows
 // of the desktop, each followed by its client area and its children, then an empty line. A row has,
 // separated by tabs: level, class, state ("enabled", "focused", "checked"), left, top, right and
-// bottom in screen pixels, and the text with its line breaks and tabs escaped. Any other line is
-// the caption of a button of the program's window, which is clicked five times at once.
+// bottom in screen pixels, and the text with its line breaks and tabs escaped. Any other line of
+// input is the caption of a button in the program's window: the reader clicks that button five
+// times at once and prints an empty line.
 #include <windows.h>
 
 #include <iostream>
@@ -91,7 +92,7 @@ BOOL CALLBACK listTopLevel(HWND window, LPARAM) {
   return TRUE;
 }
 
-// More clicks than the program can have taken when the last one comes.
+// Posts the clicks so fast that the last one comes before the program has taken them all.
 void clickHastily(const std::wstring& caption) {
   const HWND form = FindWindowW(L"ZendorForm", nullptr);
   const HWND button = FindWindowExW(form, nullptr, L"Button", caption.c_str());

@@ -1,5 +1,5 @@
-"""A Windows of the tests' own under Wine, and a user of the program on it, who sees its windows
-through a reader program, as a screen reader does."""
+"""A Windows of the tests' own under Wine, and a user of the program there. The user sees its
+windows through another program, the reader."""
 
 import collections
 import pathlib
@@ -11,7 +11,7 @@ from screen import output_of
 
 WINE = pathlib.Path(__file__).with_name("wine.sh")
 
-# The settings in the registry: all ports, and all that the looks of the window depend on.
+# What is set in the registry: the devices behind the ports, and the looks of all windows.
 SETTINGS = r"""Windows Registry Editor Version 5.00
 
 [HKEY_LOCAL_MACHINE\Software\Wine\Ports]
@@ -43,12 +43,13 @@ USUAL, LARGE = ((height + "ffffff" + FACE).ljust(184, "0") for height in ("f5", 
 
 
 class Windows:
-    """COM1 to COM4 are links in a folder, so that a test puts a device behind a number while Windows
-    runs. All four are named: Wine gives free numbers to the real ports of the computer."""
+    """COM1 to COM4 are links in a folder, so that a test can put a device behind a number while
+    Windows runs. All four are named, because Wine would give a free number to a real port of the
+    computer."""
 
     densities = [{"density": density} for density in (96, 120, 144, 192)]
     densities.append({"density": 96, "font": LARGE})
-    # Windows has a title bar of its own where the window manager gives it none.
+    # The title bar is held without the window manager, because Windows then draws one of its own.
     holds = [({}, AnyUser.open_menu), ({}, AnyUser.open_menu_of_result),
              ({}, AnyUser.open_system_menu), ({"managed": "N"}, AnyUser.press_title_bar),
              ({"managed": "N"}, AnyUser.hold_title_bar), ({"managed": "N"}, AnyUser.move_with_keys)]
@@ -85,8 +86,9 @@ class Windows:
         test.assertIn("PASSED", report)
 
     def set_up(self, density=96, font=USUAL, colors=((255, 255, 255), (0, 0, 0)), managed="Y"):
-        """The density, the message font, the colours of the result box and of text, and whether the
-        window manager has the windows. Windows starts anew with them."""
+        """Sets the density, the message font, the colours of the background of the result box and
+        of text, and whether the window manager manages the windows. Windows is shut down before, so
+        that the next program starts it with these settings."""
         self.managed = managed == "Y"
         background, text = (" ".join(map(str, color)) for color in colors)
         self.shut_down()
@@ -119,7 +121,7 @@ class Windows:
                 self.port(number).symlink_to(device)
 
     def user(self, *devices):
-        """The devices are behind Serial Port 1 and on; None is no device."""
+        """A user of the window with the devices behind Serial Port 1 and on; None is no device."""
         self.attach(*devices)
         self.reader = self.reader or Reader(self)
         user = User(self.start("program/windows/ZendorSerialExtractor.exe"), self.reader)
@@ -128,7 +130,8 @@ class Windows:
         return user
 
     def refusals(self, _):
-        """Ports that do not open, and why they do not, in the system's words. None is held here."""
+        """Devices that do not open, each with the start of the reason, because the rest is in the
+        words of the system. None stands for a holder, because no device is held."""
         return [([], "COM1: "), ([__file__], "COM1: ")], None
 
 
@@ -137,7 +140,8 @@ class WindowsConsole(Windows):
 
     def user(self, *devices):
         self.attach(*devices)
-        # The services of Wine would print into the streams of the program that starts them.
+        # The reader comes first, because the services of Wine would print into the streams of the
+        # program that starts them.
         self.reader = self.reader or Reader(self)
         self.reader.windows()
         return console_platform.User(self.command("program/command/ZendorSerialNumber.exe", "1"))
@@ -170,7 +174,7 @@ class Reader:
         self.process.stdout.readline()
 
     def windows(self):
-        """A list of rows for each window: its own, that of its client area, those of its children."""
+        """A list of rows for each window: its own, its client area's and its children's."""
         self.process.stdin.write("\n")
         self.process.stdin.flush()
         found = []
@@ -191,7 +195,7 @@ class Reader:
 
 
 class User(AnyUser):
-    """Uses the window of the program that the process is."""
+    """Uses the window of the program that runs as the process."""
 
     def __init__(self, process, reader):
         super().__init__(process, "zendorserialextractor.exe")
@@ -248,10 +252,11 @@ class User(AnyUser):
         return next((row.text for row in self.rows() if "focused" in row.state), None)
 
     def click_hastily(self, caption):
-        """Clicks five times, as a program does that operates windows for its user."""
+        """Clicks five times at once, as a program can that operates windows for its user."""
         self.reader.click_hastily(caption)
 
     def has_keyboard(self):
-        """Windows gives the focus within the window; the window manager gives it the keys."""
+        """Whether the window manager gives the keys of the screen to the window. The focus within
+        the window comes from Windows and does not tell that."""
         command = ["xdotool", "getwindowfocus", "getwindowname"]
         return output_of(*command, check=False).strip() == self.title()

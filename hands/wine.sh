@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs a command on a Windows that belongs to the tests: the Wine prefix that the first argument names.
-# The first call makes the prefix, under another name until it is whole.
+# Runs a command on a Windows of the tests' own: the Wine prefix that the first argument names. The
+# first call makes that prefix, under another name until it is whole.
 set -eu
 export WINEPREFIX=$1 WINEDLLOVERRIDES=mscoree,mshtml= WINEDEBUG=-all
 if [ ! -d "$WINEPREFIX" ]; then
@@ -11,9 +11,9 @@ if [ ! -d "$WINEPREFIX" ]; then
   WINEPREFIX=$unfinished wineserver --wait
   mv "$unfinished" "$WINEPREFIX"
 fi
-# Without a program, a server of Wine ends after some seconds and refuses a program that comes at that
-# very moment. This one stays for a minute. Its services would hold the streams of the first program
-# open, so a program without streams comes first.
+# A server of Wine without a program ends after some seconds, and refuses a program that comes at
+# that very moment. So this one stays for a minute. The services of Wine would hold the streams of
+# the first program open, so a program without streams comes first.
 if [ "$2" != wineserver ] && wineserver --persistent=60 </dev/null >/dev/null 2>&1; then
   wine cmd /c exit </dev/null >/dev/null 2>&1
 fi

@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 """A voice for Speech Dispatcher that writes down what it is to say, a line for each utterance. The
-service names its settings file; what is said goes into the file "said" beside that one.
+service starts the voice with the name of a settings file; the voice writes into the file "said"
+beside that one.
 """
 
 import html
@@ -14,7 +15,8 @@ ANSWERS = {
     "QUIT": "210 OK QUIT",
 }
 
-# After these requests the service waits for an answer, then sends data up to a line with a dot.
+# After each of these requests the service waits for the first answer, sends data up to a line with
+# a dot, and waits for the second answer.
 ANSWERS_WITH_DATA = {
     "AUDIO": ("207 OK RECEIVING AUDIO SETTINGS", "203 OK AUDIO INITIALIZED"),
     "LOGLEVEL": ("207 OK RECEIVING LOGLEVEL SETTINGS", "203 OK LOG LEVEL SET"),

@@ -9,8 +9,8 @@ install_missing "${build_packages[@]}" "${test_packages[@]}" "${windows_packages
   libbenchmark-dev git clang-format clang-tidy
 git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
 
-# Lints the sources named on its standard input, as the given build folder compiles them. clang does
-# not know all warning options of GCC and is told not to mind.
+# Lints the sources named on the standard input, as the given build folder compiles them. Unknown
+# warning options are allowed, because some options of GCC are unknown to clang.
 tidy() {
   xargs -P "$(nproc)" -n 4 \
     clang-tidy --quiet --extra-arg=-Wno-unknown-warning-option -p "$1" "${@:2}"
@@ -20,7 +20,8 @@ is_windows=(-e windows/ -e win32/ -e hands/)
 cmake --preset dev -B build/lint -DZENDOR_BENCH=ON -DZENDOR_FUZZ=ON >/dev/null
 git ls-files '*.cpp' | grep -v "${is_windows[@]}" | tidy build/lint
 
-# The cross compiler's C++ library and Windows headers, behind clang's own intrinsics.
+# clang takes the C++ library and the Windows headers of the cross compiler. The Windows headers
+# come last, so that clang's own intrinsics come before theirs.
 target=x86_64-w64-mingw32
 as_windows=(--extra-arg=--target=$target --extra-arg=-idirafter/usr/$target/include)
 while read -r folder; do

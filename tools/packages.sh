@@ -1,28 +1,29 @@
-# Installs by name what a Debian system lacks. Sourced by the scripts that need it.
+# Names the packages that the scripts need, and installs those that a Debian system lacks. The
+# scripts source this file.
 
-# What building and running the program takes.
+# To build and run the program.
 build_packages=(cmake g++ ninja-build qt6-base-dev libcli11-dev fonts-liberation)
 
-# A virtual screen, a window manager, and a user's hands and eyes.
+# For a user on a virtual screen with a window manager.
 screen_packages=(
   xvfb xauth openbox xdotool xclip x11-utils imagemagick dbus at-spi2-core python3 python3-pyatspi
   fonts-dejavu-core
 )
 
-# A screen reader to listen to, besides.
+# To test the program: the same user, GoogleTest, and a screen reader.
 test_packages=("${screen_packages[@]}" libgtest-dev orca speech-dispatcher)
 
-# What builds the Windows program and its tests.
+# To build the Windows program and its tests.
 windows_packages=(g++-mingw-w64-x86-64-posix googletest)
 
-# What runs them, and a user's hands and eyes there.
+# To run the Windows program and its tests, with a user on a virtual screen.
 wine_packages=(wine wine64 xvfb xauth openbox xdotool xclip x11-utils imagemagick dbus python3)
 
-# What makes the Debian package and what distributions read packages with.
+# To make the Debian packages, and to check them as distributions do.
 deb_packages=(dpkg-dev file lintian desktop-file-utils appstream)
 
-# Where this function cannot install, it names the packages and carries on, because another system may
-# have them under other names.
+# Installs those of the given packages that are missing. Where that is not possible, names them and
+# carries on, because the system may have them under other names.
 install_missing() {
   local missing=() as_root=() package
   if command -v dpkg-query >/dev/null; then

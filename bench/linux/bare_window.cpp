@@ -1,5 +1,5 @@
 // A bare window of the program's size: no controls, no menu, only a word in each of the two faces
-// that the program shows. Start-up and memory are held against it.
+// that the program shows. The program's start-up and memory are compared with those of this window.
 #include <QApplication>
 #include <QLabel>
 

@@ -1,5 +1,6 @@
 // Clicks the button of the real window on the device that the first argument names, as often as the
-// second one says, and prints what each request took and the longest pass of its wait loops.
+// second one says, and prints for each request how many milliseconds it took and how many the
+// longest pass of its wait loops took.
 #include <QApplication>
 #include <QPushButton>
 #include <algorithm>

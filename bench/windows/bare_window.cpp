@@ -1,5 +1,5 @@
 // A bare window of the program's size with the same controls at the same places and no program
-// behind them. Start-up is held against it.
+// behind them. The program's start-up is compared with that of this window.
 #include <windows.h>
 
 #include <commctrl.h>

@@ -1,6 +1,6 @@
 // Clicks the button of the real window as often as the argument says, on the device behind COM1,
 // and prints for each request how many milliseconds it took and how many handles and GDI objects
-// the program has behind it.
+// the program has afterwards.
 #include <windows.h>
 #include <winternl.h>
 
@@ -22,8 +22,8 @@ namespace {
 using Time = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
-// Wine does not implement the calls that tell these two numbers: the handles are tried one by one,
-// and the GDI objects are counted in the table that a process has of them.
+// Wine does not implement the calls that tell these two numbers, so the handles are tried one by
+// one, and the GDI objects are counted in the table that a process has of them.
 int handles() {
   int count = 0;
   DWORD flags = 0;
@@ -50,7 +50,7 @@ std::ptrdiff_t gdiObjects() {
                        [](const GdiEntry& entry) { return entry.type != 0; });
 }
 
-// The window's own events, timed: each request is followed by the click for the next one.
+// Passes the events of the window on, times each request, and then clicks for the next one.
 class TimedEvents final : public zendor::FormEvents {
  public:
   TimedEvents(zendor::FormEvents& events, zendor::WindowCalls& calls, int requests)
@@ -66,7 +66,7 @@ class TimedEvents final : public zendor::FormEvents {
     const auto start = Time::now();
     events_.Control_Click(control);
     const double took = Milliseconds(Time::now() - start).count();
-    // Painted, and with no paint going on.
+    // Counted between two paints, because a paint holds GDI objects for a while.
     calls_.callAndWait([&] {
       RedrawWindow(calls_.window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
       std::printf("%.3f %d %td\n", took, handles(), gdiObjects());
