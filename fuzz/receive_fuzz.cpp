@@ -1,5 +1,6 @@
-// Any bytes in any pieces through receive poll, reply check and reply text. The input is a request
-// length, then pieces: a length byte and that many bytes each, or 255 and all that is left.
+// Sends any bytes in any pieces through receive poll, reply check and reply text. The first byte of
+// the input is how many data bytes the request has; then come the pieces. A piece is a length byte
+// and that many bytes, or 255 and all that is left.
 #include <algorithm>
 #include <numeric>
 
@@ -22,7 +23,7 @@ Bytes take(Bytes& input, std::size_t count) {
   return taken;
 }
 
-// Whether the last piece has completed the reply.
+// Lets the pieces arrive until one of them completes the reply; false when none does.
 bool poll(Bytes pieces, FrameStores& stores) {
   doubles::FakePlatform platform;
   platform.line.open();

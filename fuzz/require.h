@@ -1,4 +1,4 @@
-// The rules that a fuzz target holds: a broken one ends the run with the input that broke it.
+// How a fuzz target holds a rule: a broken rule ends the run, and the fuzzer then saves the input.
 #pragma once
 
 #include <cstdlib>

@@ -1,4 +1,5 @@
-// Any text through the conversions. The first byte is a width; the rest is the text.
+// Sends any text through the conversions. The first byte of the input is a width, the rest is the
+// text.
 #include <charconv>
 #include <cmath>
 
@@ -10,8 +11,7 @@
 namespace zendor {
 namespace {
 
-// A text that is accepted as a list of bytes gives the same bytes when they are written as decimal
-// numbers and read again.
+// Bytes that were read from a text come back when they are written in decimal and read again.
 void requireByteList(std::string_view text, bool commas) {
   int count = 0;
   const auto bytes = Tool_DecimalToArray(text, commas, count);
@@ -42,8 +42,8 @@ void requireText(std::string_view text, std::size_t width) {
   require(Tool_GroupThousands(text).size() == text.size() + commas);
 }
 
-// A number comes back from its own digits; where it is read as leniently as the text was, as far as
-// a double holds every whole number.
+// A rounded number comes back when its own digits are read again. The lenient reader has to give it
+// back only as far as a double holds every whole number.
 void requireNumber(std::string_view text) {
   constexpr double kEveryWholeNumber = 9007199254740992;  // 2 to the 53rd
   const double number = Tool_TextToNumber(text);

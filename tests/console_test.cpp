@@ -15,7 +15,7 @@ using namespace doubles;
 
 TEST(Trace, WritesDownARequestAsTheDescriptionOfTheLineDoes) {
   FakePlatform platform;
-  platform.clock.now = 0x7FFFFFFE;  // delivered as negative numbers from the third reading on
+  platform.clock.now = 0x7FFFFFFE;  // two ms before the clock tells negative numbers
   platform.line.script = {{{2, kPoll}, {5, Bytes{1, 0}}, {7, Bytes{80, 0, 175}}},
                           {{1, kBuildCode + kCustomer}},
                           {{3, kSerial + k1234567}}};

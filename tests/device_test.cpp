@@ -9,7 +9,7 @@ namespace {
 
 using doubles::Bytes, doubles::operator+;
 
-// The device has address 81 here and the host 7, so that no address can be a fixed one.
+// Commands go to address 81 from address 7 here, so that a test fails where an address is fixed.
 class DeviceTest : public testing::Test, protected doubles::FakePlatform {
  protected:
   DeviceTest() { line.open(); }
@@ -73,7 +73,7 @@ TEST_F(DeviceTest, EachCommandSendsItsFrameNamesItsReplyAndAsksWhereItIsToAsk) {
   }
   const std::uint32_t start = clock.now;
   commands.DRAVO_Poll(false, true, 81, 7);
-  EXPECT_EQ(clock.now - start, 2U * 102U);  // the quick one
+  EXPECT_EQ(clock.now - start, 2U * 102U);  // the quick poll
 }
 
 TEST_F(DeviceTest, SendsNothingForAnArgumentThatDoesNotFit) {
@@ -105,16 +105,16 @@ TEST_F(DeviceTest, SendsNothingForAnArgumentThatDoesNotFit) {
 TEST_F(DeviceTest, ReadsTheIdentityFromTheRawBytesAndStartsTheSecondReadFromTheBuildCode) {
   const Bytes customer{7, 8, 81, 0, 67, 117, 115, 116, 111, 109, 101, 114, 78},
       engineer{7, 8, 81, 0, 69, 110, 103, 105, 110, 101, 101, 114, 115},
-      stranger{7, 9, 81, 0, 67, 117, 115, 116, 111, 109, 101, 114, 32, 45},  // a blank behind
+      stranger{7, 9, 81, 0, 67, 117, 115, 116, 111, 109, 101, 114, 32, 45},  // a blank follows
       tooLong = customer + Bytes{0}, wrongSum{7, 3, 81, 0, 1, 0, 0, 0};
   const std::tuple<int, std::vector<Bytes>, const char*, std::int32_t> rows[] = {
       {INT32_MIN, {customer, {7, 3, 81, 0, 135, 214, 18, 54}}, "Customer", 1234567},
       {1, {engineer, {7, 3, 81, 0, 255, 255, 255, 168}}, "Engineer", 16777215},
       {1, {customer, {7, 4, 81, 0, 1, 0, 0, 9, 154}}, "Customer", 1},
       {1, {customer, {7, 2, 81, 0, 1, 1, 164}}, "Fail", -9},  // fewer than three bytes
-      {1, {customer, {7, 0, 81, 0, 168}}, "Fail", -9},  // none, while the build code's are stored
+      {1, {customer, {7, 0, 81, 0, 168}}, "Fail", -9},  // none; those of the build code are stored
       {0, {customer, wrongSum, wrongSum}, "Fail", -9},
-      {2, {stranger, stranger}, "Fail", -9},  // who is not asked for a number
+      {2, {stranger, stranger}, "Fail", -9},  // is not asked for a number
       {2, {tooLong, tooLong, engineer, {7, 3, 81, 0, 42, 0, 0, 123}}, "Engineer", 42}};
   for (const auto& [attempts, replies, type, expected] : rows) {
     for (const Bytes& reply : replies) play(5, reply);

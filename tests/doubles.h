@@ -1,5 +1,6 @@
 // Doubles for the seams to the platform: a clock turned by hand, a line that plays a script, a
-// desktop and a form that record in one log what was asked of them. None of them takes real time.
+// desktop and a form. Line, desktop and form record in one log what is asked of them. None of the
+// doubles takes real time.
 #pragma once
 
 #include <chrono>
@@ -30,14 +31,14 @@ std::vector<T> operator+(std::vector<T> left, const std::vector<T>& right) {
   return left;
 }
 
-// For what takes real time all the same: whether the condition comes true before patience ends.
+// Whether the condition comes true within five seconds. It serves tests that take real time.
 inline bool comesTrue(const std::function<bool()>& condition) {
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
   while (!condition() && std::chrono::steady_clock::now() < end) std::this_thread::yield();
   return condition();
 }
 
-// Frames between host 1 and pod 80, their checksums computed by hand.
+// Frames between host 1 and pod 80. Their checksums were computed by hand.
 inline const Bytes kPoll{80, 0, 1, 254, 177}, kBuildCode{80, 0, 1, 192, 239},
     kSerial{80, 0, 1, 242, 189}, kDone{1, 0, 80, 0, 175}, kBusy{1, 0, 80, 6, 169},
     kCustomer{1, 8, 80, 0, 67, 117, 115, 116, 111, 109, 101, 114, 85},
@@ -50,7 +51,7 @@ class HandClock final : public Clock {
   std::uint32_t now = 0;
 };
 
-// Thrown by the desktop when the program ends, so that nothing of the program runs afterwards.
+// The desktop throws this at the end of the program, so that nothing further runs.
 struct ProgramEnded {};
 
 class RecordingDesktop final : public Desktop {
@@ -80,7 +81,8 @@ class RecordingDesktop final : public Desktop {
   Log& log_;
 };
 
-// Answers the n-th write with the n-th entry of the script, piece by piece, or as respond says.
+// Answers each write with the next entry of the script, piece by piece. Where respond is set, each
+// write adds its result to the script first.
 class ScriptedLine final : public SerialPort {
  public:
   ScriptedLine(HandClock& clock, Log& log) : clock_(clock), log_(log) {}
@@ -160,14 +162,14 @@ class RecordingForm final : public Form {
   Log& log_;
 };
 
-// Everything that the core asks for.
+// The doubles that every test of the core needs, and their log.
 struct FakePlatform {
   Log log;
   HandClock clock;
   RecordingDesktop desktop{clock, log};
   ScriptedLine line{clock, log};
 
-  // Answers the next write with its echo, of that many bytes, and the reply.
+  // The next write is answered with an echo of that many bytes and with the reply.
   void play(std::size_t echo, const Bytes& reply) {
     line.script.push_back({{0, Bytes(echo) + reply}});
   }

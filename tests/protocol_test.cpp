@@ -26,7 +26,7 @@ TEST(MessageWrite, SendsItsBytesOnceTheQueueHasDrainedAndStaleInputIsGone) {
   platform.desktop.onPass = [&] {
     --line.unsent;
     line.waiting.push_back(9);     // noise during the wait
-    stores.TxBuffer.push_back(9);  // the bytes are taken before it
+    stores.TxBuffer.push_back(9);  // too late to be sent
   };
   LL_Serial_SendMessage(line, stores, platform.desktop, reports);
   EXPECT_EQ(platform.clock.now, 2U);
@@ -34,7 +34,7 @@ TEST(MessageWrite, SendsItsBytesOnceTheQueueHasDrainedAndStaleInputIsGone) {
   EXPECT_TRUE(line.waiting.empty());
   EXPECT_EQ(platform.log, (doubles::Log{"open", "discard", "write"}));
   EXPECT_EQ(line.written, (std::vector<Bytes>{{0, 13, 255}}));
-  line.writeError = PortError{-5, "Gone."};  // which is told, and nothing more
+  line.writeError = PortError{-5, "Gone."};  // only a report follows
   LL_Serial_SendMessage(line, stores, platform.desktop, reports);
   EXPECT_TRUE(platform.log.back().ends_with("Gone.\r\nOccured in LL_Serial_SendMessage"));
 }
@@ -50,7 +50,7 @@ TEST(ReceivePoll, CompletesInTheCallThatStoresTheLastByte) {
       {{1}, false, 6},
       {{1, 80, 0, 7}, false, 10},
       {{167, 99}, true, 12},  // a surplus byte is stored and counted
-      {{}, false, 12},        // nothing waits, though the frame is there
+      {{}, false, 12},        // the frame is there, but nothing waits
       {Bytes(2000, 3), true, 1024},
       {{4}, true, 1024}};
   for (const auto& [bytes, complete, stored] : rows) {
@@ -125,7 +125,7 @@ TEST_F(TransactionTest, WaitsTheWholeTimeOutInEachOfTwoAttemptsWhateverTheClockD
     clock.now = start;
     EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Error : All comms is dead");
     EXPECT_EQ(std::exchange(line.written, {}), (std::vector<Bytes>{kPoll, kPoll}));
-    EXPECT_EQ(clock.now - start, 2U * 102U);  // left in the pass that reads 101, strictly more
+    EXPECT_EQ(clock.now - start, 2U * 102U);  // ends in the pass that reads 101, not 100
   }
 }
 
@@ -163,7 +163,7 @@ TEST_F(TransactionTest, AsksAfterEveryTwoFailedAttemptsUntilTheUserDeclines) {
   const std::string
       title = "(!) [dravo\u00AE (serial communications) Error] ",
       question = "\r\nPlease check all connections and power supplies.\r\nDo you want to retry ?";
-  EXPECT_EQ(log.at(5), title + "Error : Slave is not responding" + question);  // two writes before
+  EXPECT_EQ(log.at(5), title + "Error : Slave is not responding" + question);  // after two writes
   EXPECT_EQ(log.at(10), title + "Error : BUSY message" + question);
 }
 
@@ -185,7 +185,7 @@ TEST_F(TransactionTest, EndsTheProgramForARequestWithoutHeaderOrAnUnknownFormat)
   command.request = "254";
   command.replyFormat = static_cast<ReplyFormat>(6);
   play(5, kDone);
-  EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Poll = OK");  // no data, no format
+  EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Poll = OK");  // without data no format is needed
   play(5, {1, 1, 80, 0, 9, 165});
   EXPECT_THROW(transaction.LL_DRAVO_Send(command), doubles::ProgramEnded);
   const std::string report = "(x) [Program Error] Error in LL_DRAVO_Send";

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds what people get, for both platforms, from two clones in two folders, the second in another
-# time zone, and compares it byte for byte. A program that names the folder of its sources differs.
+# time zone, and compares the two builds byte for byte. They would differ where a program names the
+# folder of its sources.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . tools/packages.sh

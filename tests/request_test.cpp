@@ -38,7 +38,7 @@ TEST_F(RequestTest, StartsWithTheVersionInTheCaptionAndAnEmptyResult) {
 
 TEST_F(RequestTest, AsksThePodOnTheChosenPortAndClosesIt) {
   form.selected = 2;
-  line.closeError = PortError{5, "Stuck."};  // which nobody is told
+  line.closeError = PortError{5, "Stuck."};  // nobody is told of this
   playPod(doubles::kCustomer);
   click();
   EXPECT_EQ(line.configuration.portNumber, 3);
@@ -76,7 +76,7 @@ TEST_F(RequestTest, EndsTheProgramWhenThePortDoesNotOpen) {
   line.openError.reset();
   line.open();
   log.clear();
-  EXPECT_THROW(click(), doubles::ProgramEnded);  // already open: ended without a word
+  EXPECT_THROW(click(), doubles::ProgramEnded);  // already open, so no message
   EXPECT_EQ(log, (Log{"cmdAccept: disabled", "Label1: "}));
 }
 

@@ -1,5 +1,5 @@
-// Every fault of the simulated pod on every command of a request, once, twice and always, on a
-// clock that is turned by hand: the pod and its line are the simulator's own, only time is not.
+// Every fault of the simulated pod on every command of a request, once, twice and always. The pod
+// and its line are those of the simulator, but the clock is turned by hand.
 #include <gtest/gtest.h>
 
 #include <map>
@@ -13,7 +13,8 @@ namespace {
 
 using simulator::TimePoint, doubles::Bytes;
 
-// The headers that go out for a request, what a person sees of it, and how it leaves the program.
+// The headers that a request sends, the last thing that it shows to a person, and whether it ends
+// the program and leaves the port open.
 std::string request(const simulator::FaultRule& rule) {
   doubles::FakePlatform platform;
   doubles::RecordingForm form(platform.log);
@@ -44,20 +45,20 @@ std::string request(const simulator::FaultRule& rule) {
 
 enum Harm { NoAttempt, OneAttempt, BothAttempts, EveryAttempt };
 
-// times: how often the fault strikes; none: always.
+// Without times the fault always strikes.
 Harm harmOf(std::string_view fault, std::optional<unsigned> times) {
   if (fault == "none" || fault == "byte-by-byte") return NoAttempt;
-  // The reply comes within the second attempt, and that attempt rightly takes it for its answer.
+  // The late reply comes during the second attempt, and is a good answer to that one too.
   if (fault == "late-reply") return OneAttempt;
   if (!times) return EveryAttempt;
-  // The rest of the longer reply comes within the second attempt.
+  // After garbage, the end of the reply comes during the second attempt and spoils that one too.
   return *times == 2 || fault == "garbage-before" ? BothAttempts : OneAttempt;
 }
 
 const char* const kGood = "254 192 242 Label1: C-1234567";
 const char* const kNoPod = "254 254 (x) [Error] You Must Attach The Zendor!";
 
-// By the command that is struck: what comes of each harm.
+// For the command that is struck, what comes of each harm.
 const std::map<std::uint8_t, std::vector<std::string>> kOutcomes{
     {254, {kGood, "254 254 192 242 Label1: C-1234567", kNoPod, kNoPod}},
     {192,

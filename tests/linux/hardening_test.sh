@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Reads from a program whether it was hardened as distributions do it.
+# Reads from the file of a program whether it was hardened as distributions harden theirs.
 #
 # Usage: hardening_test.sh PROGRAM
 set -euo pipefail
@@ -7,7 +7,7 @@ export LC_ALL=C
 program=$1
 broken=0
 
-hold() { # what, then a command that has to succeed
+hold() { # a name, then a command that has to succeed
   local what=$1
   shift
   if "$@"; then

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The installed program opens its window and ends with it.
+"""The installed program opens its window and ends when the window is closed.
 
 Usage: installed_program_test.py PROGRAM
 """

@@ -1,5 +1,5 @@
-// The port on a driver that this program plays between the port and the system call: a
-// pseudo-terminal answers none of the calls that matter on hardware.
+// The port on a driver that this program plays: its own fstat and ioctl stand before those of the
+// system, because a pseudo-terminal does not answer the calls that matter on hardware alone.
 #include <asm/termbits.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -37,11 +37,11 @@ struct Driver {
 
 extern "C" int fstat(int number, struct stat* entry) noexcept {
   const int result = ::fstatat(number, "", entry, AT_EMPTY_PATH);
-  entry->st_rdev = makedev(driver.major, 0xFFFFF);  // which nobody else can have open
+  entry->st_rdev = makedev(driver.major, 0xFFFFF);  // nobody else can have this open
   return result;
 }
 
-// What it does not play goes to the pseudo-terminal behind it.
+// A request that the driver does not play goes to the pseudo-terminal behind it.
 extern "C" int ioctl(int line, unsigned long request, ...) noexcept {
   va_list arguments;
   va_start(arguments, request);
@@ -96,14 +96,15 @@ TEST(LinuxDriver, IsSetUpByTheOpenAndLeftAsItWasByTheClose) {
   constexpr int kBoth = TIOCM_DTR | TIOCM_RTS;
   const struct {
     Driver driver;
-    // While it is open: the exclusive mark, the modem lines, the flags, how much is to be sent.
+    // While the port is open: exclusive mark, modem lines, flags, and how many bytes are to be
+    // sent.
     std::tuple<bool, int, int, std::size_t> open;
     const char* refusal = "";
   } rows[] = {
       {{}, {true, kBoth, kLowLatency, 7}},
       {{.major = 188}, {true, kBoth, kLowLatency, 7}},   // an adapter
-      {{.major = 136}, {false, kBoth, kLowLatency, 7}},  // the first and the last of the
-      {{.major = 143}, {false, kBoth, kLowLatency, 7}},  // pseudo-terminals
+      {{.major = 136}, {false, kBoth, kLowLatency, 7}},  // the first kind of pseudo-terminal
+      {{.major = 143}, {false, kBoth, kLowLatency, 7}},  // the last kind of pseudo-terminal
       {{.flags = kLowLatency}, {true, kBoth, kLowLatency, 7}},
       {{.refused = TIOCGEXCL}, {true, kBoth, kLowLatency, 7}},
       {{.refused = TIOCMBIS}, {true, 0, kLowLatency, 7}},
@@ -168,7 +169,7 @@ TEST(PortHolders, ALoginOfAnotherUserIsFoundByTheTerminalOfItsSession) {
   }
   driver = {};
   std::ofstream(processes / "20/stat") << rows[0].status;
-  fs::create_directories(processes / "20/fd");  // shown, and none of them is the port
+  fs::create_directories(processes / "20/fd");  // files are shown, none is the port
   EXPECT_EQ(otherHolderOf(line.number(), processes).value_or(""), "");
   fs::remove_all(processes);
 }

@@ -26,7 +26,8 @@ namespace {
 namespace fs = std::filesystem;
 using doubles::Bytes, doubles::comesTrue;
 
-// A port whose number 1 is a pseudo-terminal, and a folder that stands for the system's.
+// A port whose number 1 is a pseudo-terminal, and a folder that stands for the lock folder of the
+// system or for sysfs.
 class LinuxLine : public testing::Test {
  public:
   LinuxLine() {
@@ -63,7 +64,8 @@ class LinuxLine : public testing::Test {
     return error;
   }
 
-  // For a process of its own: ends with the number of the refusal and prints its description.
+  // Prints the description of the refusal and ends the process with its number. To be called in a
+  // process of its own.
   [[noreturn]] void openAsNobody() {
     constexpr unsigned int kNobody = 65534;
     const bool dropped = ::geteuid() != 0 || (::setgroups(0, nullptr) == 0 &&
@@ -139,7 +141,7 @@ TEST_F(LinuxLine, CarriesEveryByteValueUnchangedBothWaysAndDiscardsWhatWaits) {
 TEST_F(LinuxLine, ALineThatIsGoneHasNothingRefusesWritesAndIsFreedByItsClose) {
   port.open();
   const std::string start = "The serial port " + device;
-  for (int i = 0; i < 2; ++i)  // more than the line takes at once, and then none of it
+  for (int i = 0; i < 2; ++i)  // first more than the line takes, then nothing fits
     EXPECT_EQ(refusalOf([&] { port.write(Bytes(1 << 20)); }).description,
               start + " did not take all bytes: earlier ones have not left yet. Try again.");
   sendFromFarEnd({1, 2, 3});
@@ -196,7 +198,7 @@ TEST_F(LinuxLine, AForbiddenDeviceNamesTheGroupThatMayUseItOrTheAdministrator) {
   const std::tuple<gid_t, mode_t, std::string> rows[] = {
       {group, S_IRGRP | S_IWGRP, join}, {group, S_IRGRP, ask}, {kRoot, S_IRGRP | S_IWGRP, ask}};
   for (const auto& [owner, mode, description] : rows) {
-    if (::chown(device.c_str(), -1U, owner) != 0) continue;  // takes the administrator
+    if (::chown(device.c_str(), -1U, owner) != 0) continue;  // only the administrator may
     ::chmod(device.c_str(), mode);
     EXPECT_EXIT(openAsNobody(), testing::ExitedWithCode(EACCES),
                 testing::Matcher<const std::string&>(description));
@@ -225,7 +227,7 @@ TEST_F(LinuxLine, AProcessThatHoldsThePortWithOrWithoutALockIsNamedUntilItEnds) 
   const fs::path node = folder / "node";
   for (const bool locks : {false, true}) {
     const pid_t holder = ::fork();
-    if (holder == 0) {  // under a path of its own where this user may make one
+    if (holder == 0) {  // opens another path where this user may make one
       const bool isBound = ::unshare(CLONE_NEWNS) == 0 &&
                            ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
                            ::mount(device.c_str(), node.c_str(), nullptr, MS_BIND, nullptr) == 0;
@@ -266,7 +268,7 @@ TEST_F(LinuxLine, ObeysALockFileWhileItsProcessLivesAndLeavesItAlone) {
   }
   fs::remove(folder / name);
   port.open();
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);  // the link
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);  // only the link
 }
 
 }  // namespace

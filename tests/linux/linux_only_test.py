@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""What a user meets on Linux alone: the screen reader, adapters that come and go, and devices that
-other programs find free again.
+"""What a user meets on Linux alone: keys in messages and in the menu of the result, what is told to
+a screen reader, adapters that come and go, and the locks on a port.
 
 Usage: linux_only_test.py linux WINDOW_ON_PORTS ZENDOR_POD_SIMULATOR
 """
@@ -36,7 +36,7 @@ class LinuxOnly(unittest.TestCase):
         with Pod("--no-pod") as pod, User([WINDOW, pod.device]) as user:
             with user.holding("Return"):
                 user.box()
-                time.sleep(1)  # in which the keyboard repeats it
+                time.sleep(1)  # the keyboard repeats the key meanwhile
                 user.box()
             user.press("Return")
             user.wait_until_ready()
@@ -53,7 +53,7 @@ class LinuxOnly(unittest.TestCase):
         with Pod() as pod, User([WINDOW, pod.device]) as user:
             user.press("Menu")
             user.menu()
-            user.press("c")  # of "Copy", for which there is nothing yet
+            user.press("c")  # the key of "Copy", but there is nothing to copy yet
             user.menu()
             user.press("Escape", "Return")
             user.wait_for_result()
@@ -66,7 +66,7 @@ class LinuxOnly(unittest.TestCase):
             user.wait_until_copied("C-1234567")
 
     def test_takes_no_command_line(self):
-        with User([WINDOW, "-platform", "nonsense"]) as user:  # which the toolkit would obey
+        with User([WINDOW, "-platform", "nonsense"]) as user:  # the toolkit would obey this
             wait_for_description(user, NOTHING)
 
     def test_can_be_read_by_a_screen_reader(self):

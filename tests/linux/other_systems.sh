@@ -1,24 +1,24 @@
 #!/usr/bin/env bash
-# Tries the last commit on other systems as a new user of them would: makes a bare root of each system
-# with debootstrap, and runs the demo and the tests on a clean checkout in it. The demo and the tests
+# Tries the last commit on other systems as their new user would: makes a bare root of each with
+# debootstrap, and runs the demo, the tests and the package's test on a clean checkout in it. These
 # have to install what they need.
 #
 #   tests/linux/other_systems.sh                            Debian 13, and Debian 12 for 32 bit
-#   tests/linux/other_systems.sh SUITE[/ARCHITECTURE]...    others of Debian that this processor runs
+#   tests/linux/other_systems.sh SUITE[/ARCHITECTURE]...    other Debians that this processor runs
 #
-# A root lives in memory and in namespaces that end with this script, however the script ends, so that
-# nothing is left mounted, running or on the disk. The script takes root's rights, or sudo.
+# A root lives in memory and in namespaces that end with this script, however the script ends, so
+# that nothing stays mounted, running or on the disk. The script takes root's rights, or sudo.
 set -euo pipefail
 [ "$(id -u)" -eq 0 ] || exec sudo "$0" "$@"
 cd "$(dirname "$0")/../.."
 . tools/packages.sh
 
-root=/mnt # what is there stays as it is outside
+root=/mnt # outside of the namespace this folder stays as it is
 checkout=/root/checkout
-needed=6 # GiB for a root and its compilers at most
+needed=6 # GiB at most for a root and its compilers
 
-# Unpacks the checkout from the standard input, and gives the root what a computer has: processes,
-# pseudo-terminals, and apt's way to the network.
+# Makes the root, unpacks the checkout from the standard input into it, and gives it what a computer
+# has: processes, pseudo-terminals, and apt's way to the network.
 make_root() {
   local suite=$1 architecture=$2 mirror http_proxy=${http_proxy-}
   mount -t tmpfs -o size="${needed}G",mode=755 root "$root"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes the Debian packages of the window and of the command, reads them as a distribution does,
-# installs them, starts the installed programs, and removes them again.
+# Makes the Debian packages of the window and of the command, checks them with the tools of
+# distributions, installs them, starts the installed programs, and removes the packages again.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 . tools/packages.sh
@@ -23,7 +23,7 @@ make_packages() {
   cmake --preset release
   cmake --build --preset release
   cpack -G DEB --config build/release/CPackConfig.cmake -B "$work"
-  chmod a+rx "$work" # for apt's own user
+  chmod a+rx "$work" # apt reads the packages as a user of its own
 }
 
 check_archives() {

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""What a user hears who cannot see the window.
+"""What the screen reader says to a user who cannot see the window.
 
 Usage: screen_reader_test.py linux WINDOW_ON_PORTS ZENDOR_POD_SIMULATOR
 """
@@ -20,13 +20,13 @@ class Spoken(unittest.TestCase):
             reader.listen_until("Screen reader on")
             with User([sys.argv[2], pod.device]) as user:
                 reader.listen_until("for its serial number")  # the end of the button's description
-                # The first request takes two questions for the number, every later one a single one.
+                # The first request asks twice for the number, every later one once.
                 for questions, key, words in (2, "Tab", OPTIONS[0]), (3, "shift+Tab", BUTTON):
                     with self.subTest(questions):
                         user.press("Return")
                         pod.wait_for(SERIAL, questions)
                         user.wait_until_ready()
-                        user.press(key)  # whatever was still to be said comes before its words
+                        user.press(key)  # the words of this key come after all else
                         said = " / ".join(reader.listen_until(words))
                         self.assertEqual(said.count("C-1234567"), 1, said)
                         self.assertNotIn(WINDOW, said)

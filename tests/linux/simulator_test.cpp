@@ -68,7 +68,7 @@ TEST(SimulatorTest, EachCommandIsAnsweredFromWhatThePodIsAndRemembers) {
 TEST(SimulatorTest, EachFaultSpoilsTheExchangeByItsOwnBytesAndTimes) {
   const Bytes cut{1, 3, 80, 0, 135, 214, 18}, toTwo{2, 3, 80, 0, 135, 214, 18, 60},
       from81{1, 3, 81, 0, 135, 214, 18, 60};
-  // By the fault: what comes back, how many bytes of it are the reply, what is waited besides.
+  // The fault, what comes back, how many bytes of that are the reply, and how long the line rests.
   const std::tuple<const char*, Bytes, int, std::chrono::milliseconds> rows[] = {
       {"none", kSerial + k1234567, 8, 0ms},
       {"dead", {}, 0, 0ms},
@@ -119,7 +119,7 @@ TEST(SimulatorTest, AFaultThatCannotBeReadIsRefused) {
 
 TEST(SimulatorTest, EveryByteTakesItsTimeOnTheLineHoweverItIsHandedOver) {
   LineStation station = stationWith({"no-echo:242:1"});
-  EXPECT_EQ(station.receive(kPoll, {})[0].due, TimePoint{kByteTime});  // though it was held back
+  EXPECT_EQ(station.receive(kPoll, {})[0].due, TimePoint{kByteTime});  // the echo was held back
   station.receive(kSerial, {});                                        // uses the fault up
   const TimePoint start{1s};
   for (std::size_t i = 0; i < kPoll.size(); ++i) {  // echoed one by one, before the frame is whole

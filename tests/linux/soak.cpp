@@ -1,5 +1,5 @@
 // Clicks through as many requests as the argument says, on an unpaced simulated pod that fails at
-// random, and holds every outcome, the open descriptors and the memory against what they must be.
+// random. Checks every outcome, and that neither open descriptors nor memory grow.
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -35,8 +35,8 @@ class SoakDesktop final : public zendor::Desktop {
   void endProcess() override { throw ProgramEnded{}; }
 };
 
-// What strikes one request: a fault on a command, in one attempt or in all of them. Those that make
-// an attempt wait for its time-out are rare, so that the whole takes minutes.
+// What strikes one request: a fault on a command, in one attempt or in all of them. Faults that
+// make an attempt wait for its time-out are rare, so that the whole soak takes minutes.
 struct Strike {
   zendor::simulator::FaultRule rule;
   std::string outcome;
@@ -64,7 +64,7 @@ Strike randomStrike(std::mt19937& random) {
                 header == "254" ? "You Must Attach The Zendor!" : "You Zendor maybe Faulty");
 }
 
-// The program from its start to its end, on whatever line the device is at the moment.
+// The program from its start to its end. Each request opens the device that the string then names.
 struct Program {
   explicit Program(const std::string& device)
       : port([&device](int) { return std::optional(device); }) {
@@ -128,7 +128,7 @@ int main(int argc, char** argv) {
       if (outcome != strike.outcome) ++wrong;
     }
   };
-  run(count / 10);  // what is allocated once is there by then
+  run(count / 10);  // after these, all that is allocated once is there
   const auto descriptors = openDescriptors();
   const long pages = residentPages();
   run(count - count / 10);
@@ -138,6 +138,6 @@ int main(int argc, char** argv) {
   const long morePages = residentPages() - pages;
   std::printf("%6d  wrong outcomes\n%6td  more open descriptors\n%6ld  more pages of memory\n",
               wrong, moreDescriptors, morePages);
-  constexpr long kTolerance = 64;  // of what the allocator keeps
+  constexpr long kTolerance = 64;  // pages that the allocator may keep
   return wrong == 0 && moreDescriptors == 0 && morePages < kTolerance ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -1,5 +1,5 @@
 // The program on the devices that its arguments name, the first one as Serial Port 1, in place of
-// the computer's own.
+// the real ports of the computer.
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -11,7 +11,7 @@
 int main(int argc, char** argv) {
   const std::vector<std::string> arguments(argv, argv + argc);
   const auto deviceOfPort = [&](int port) -> std::optional<std::string> {
-    const auto place = static_cast<std::size_t>(port);  // the program's own name stands before
+    const auto place = static_cast<std::size_t>(port);  // place 0 has the program's name
     return place < arguments.size() ? std::optional(arguments[place]) : std::nullopt;
   };
   zendor::LinuxSerialPort port(deviceOfPort);

@@ -82,7 +82,7 @@ TEST(Window, KeepsTheResultReadableWhenTheThemeChangesAndWhenTheWindowIsInactive
   QApplication::setPalette(before);
 }
 
-// Answers the box that is shown next with a key, after a look at it.
+// Looks at the message box that is shown next, and then answers it with a key.
 void answerNextBox(Qt::Key key, const std::function<void(const QMessageBox&)>& look) {
   QTimer::singleShot(0, [=] {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -100,7 +100,7 @@ TEST(MessageBox, ShowsTheMessageLetterForLetterWithItsWholeTitleAndAnswersNoToEs
   };
   using enum MessageButtons;
   using enum MessageIcon;
-  QApplication::setStyle("windows");  // a style without selectable texts of its own
+  QApplication::setStyle("windows");  // this style alone makes no text selectable
   const std::string title(20, 'M');
   QtForm form(frmStartup::description());
   QFont titleFont = QApplication::font();
@@ -116,7 +116,7 @@ TEST(MessageBox, ShowsTheMessageLetterForLetterWithItsWholeTitleAndAnswersNoToEs
       EXPECT_EQ(box.textFormat(), Qt::PlainText);
       EXPECT_TRUE(box.textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
       EXPECT_EQ(box.windowTitle().toStdString(), title);
-      EXPECT_GT(box.width(), titleWidth + 120);  // and the buttons of the title bar
+      EXPECT_GT(box.width(), titleWidth + 120);  // room for the title bar's buttons
       EXPECT_EQ(box.icon(), expected == None       ? QMessageBox::NoIcon
                             : expected == Critical ? QMessageBox::Critical
                                                    : QMessageBox::Warning);

@@ -1,5 +1,6 @@
 #!/usr/bin/python3
-"""How the window looks at every density and in every theme, on the platform that its first argument names."""
+"""How the window looks at every density and in every theme, on the platform that the first argument
+names."""
 
 import sys
 import unittest
@@ -12,7 +13,7 @@ from screen import output_of, wait_for
 
 
 def ink_width(text, points, density):
-    """How wide the bold text is, drawn by another program."""
+    """How wide the bold text is when another program draws it."""
     command = ["convert", "-density", str(density), "-font", "Liberation-Sans-Bold", "-pointsize"]
     command += [str(points), f"label:{text}", "-trim", "-format", "%w", "info:"]
     return int(output_of(*command))
@@ -50,7 +51,8 @@ class Appearance(unittest.TestCase):
                     self.assert_texts(user, result, density)
 
     def density_for_font(self, user, density, font=None):
-        """With a large font the whole window is drawn as on a denser screen, and fits on this one."""
+        """The density at which the window is drawn. With a large font that is the density of a
+        denser screen, read off the width of the window."""
         if font is None:
             return density
         left, _, right, _ = user.client_place()
@@ -63,7 +65,7 @@ class Appearance(unittest.TestCase):
             return int(twips * density / 1440 + 0.5)
 
         def assert_near(seen, expected, what):
-            """To the pixel, but for a density that was itself read off the pixels of the width."""
+            """Exact to the pixel, or within one pixel where the density was read off the width."""
             for one, other in zip(seen, expected, strict=True):
                 self.assertAlmostEqual(one, other, delta=0 if density == int(density) else 1, msg=what)
 
@@ -75,13 +77,13 @@ class Appearance(unittest.TestCase):
         for caption, (x, y, w, h) in PLACES.items():
             expected = [left + pixels(x), top + pixels(y), left + pixels(x + w), top + pixels(y + h)]
             seen = list(user.place(caption) if caption else user.result_place())
-            if caption in OPTIONS:  # as wide and as high as it has to be
+            if caption in OPTIONS:  # an option is only as wide and as high as it needs
                 expected, seen = ([p[0], (p[1] + p[3]) // 2] for p in (expected, seen))
                 self.assertAlmostEqual(seen.pop(), expected.pop(), delta=1, msg=caption)
             assert_near(seen, expected, caption)
 
     def assert_texts(self, user, result, density):
-        """Each is centred, bold, of its size and keeps off the edges; the result stands in a box."""
+        """Each text is centred, bold, of its size, and not clipped; the result stands in a box."""
         box = finished_picture(user.result_place(), "The result")
         inside = box.without_edges()
         for colors in box.edges():
@@ -99,7 +101,7 @@ class Appearance(unittest.TestCase):
             self.assertAlmostEqual(left, end - right, delta=4, msg=text)
             expected = ink_width(text, points, density)
             self.assertAlmostEqual(right - left, expected, delta=expected * 0.03, msg=text)
-        for option in OPTIONS:  # on its left is the circle
+        for option in OPTIONS:  # the circle may touch the left edge
             edges = finished_picture(user.place(option), option).without_edges().edges()
             for colors in edges[1:]:
                 self.assertEqual(len(colors), 1, f'"{option}" is clipped')
@@ -107,7 +109,7 @@ class Appearance(unittest.TestCase):
     def test_keeps_the_result_readable_in_every_theme(self):
         for background, text in [
             ((255, 255, 255), (0, 0, 0)), ((0, 0, 0), (0, 0, 0)), ((120, 120, 120), (100, 100, 100)),
-            ((255, 255, 255), (130, 130, 130)),  # hardly
+            ((255, 255, 255), (130, 130, 130)),  # hardly readable
         ]:
             self.platform.set_up(colors=(background, text))
             with self.subTest(background=background, text=text), Pod() as pod:

@@ -5,7 +5,7 @@ from captions import BUTTON, HEADING, OPTIONS
 # The client area, in twips.
 WIDTH, HEIGHT = 5652, 2952
 
-# Left, top, width and height in twips, by caption; that of the result is empty at the start.
+# Left, top, width and height in twips, by caption. The result box has no caption at the start.
 PLACES = {
     HEADING: (240, 120, 5172, 372),
     "": (240, 720, 5172, 612),

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""What a request tells its user, in the window of each platform and by the command for scripts,
-on the real port service and a simulated pod."""
+"""What a request tells its user, in the window of each platform and from the command for scripts,
+on the program's own serial port with a simulated pod behind it."""
 
 import sys
 import tempfile
@@ -21,7 +21,7 @@ class Outcome(unittest.TestCase):
         cls.platform.set_up()
 
     def assert_outcome(self, user, messages, result="", ends=False):
-        """The texts of the messages are patterns; ends says whether a window goes."""
+        """The texts of the messages are patterns; ends says whether a window closes."""
         told, number = user.finish()
         self.assertEqual([title for title, _ in told], [title for title, _ in messages])
         for (_, text), (_, pattern) in zip(told, messages):
@@ -65,9 +65,9 @@ class Outcome(unittest.TestCase):
 
     def test_a_line_torn_out_during_the_request_ends_it_by_what_arrived(self):
         rows = [
-            # Nothing of a reply: the second attempt cannot be written.
+            # Torn out before any reply: the second attempt cannot be written.
             ("echo-only:254", POLL, 2, NO_POD),
-            # In the middle of the build code, which three more attempts cannot ask for.
+            # Torn out amid the build code: three more attempts to ask for it cannot be written.
             ("short-reply:192", BUILD_CODE, 4, FAULTY),
         ]
         for fault, request, attempts, end in rows:
@@ -82,7 +82,7 @@ class Outcome(unittest.TestCase):
 
     def test_a_request_that_is_broken_off_frees_the_port(self):
         with tempfile.TemporaryDirectory() as folder, Pod("--no-pod", "--link", f"{folder}/tty") as pod:
-            for _ in range(2):  # the port opens again
+            for _ in range(2):  # the port opens a second time
                 with self.platform.user(f"{folder}/tty") as user:
                     user.start()
                     wait_until_held(pod.device)

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""The whole program as a user meets it, on the platform that its first argument names: the real window, the
-real port service on a pseudo-terminal, and a simulated pod."""
+"""The whole program as a user meets it, on the platform that the first argument names: the real
+window, and the program's own serial port on a pseudo-terminal with a simulated pod."""
 
 import re
 import sys
@@ -27,7 +27,7 @@ class Request(unittest.TestCase):
     user = property(lambda self: self.platform.user)
 
     def assert_box(self, box, title, text, sign):
-        """The text is a pattern, the sign's colour red for a stop and yellow for a warning."""
+        """The text is a pattern. The sign is red for a stop, yellow for a warning, else None."""
         self.assertEqual((box.title, list(box.buttons)), (title, ["OK"]))
         self.assertRegex(box.text, text)
         self.assertEqual(finished_picture(box.inside, "The message").sign(), sign)
@@ -42,7 +42,7 @@ class Request(unittest.TestCase):
             functions = re.search(r"_MOTIF_WM_HINTS\(_MOTIF_WM_HINTS\) = \w+, (\w+)", told)[1]
             self.assertEqual(int(functions, 16) & 0x18, 0)  # to minimise and to maximise
             _, end, _ = finished_picture(user.menu_bar(), "The title of the menu").ink()
-            self.assertGreater(end, 40)  # at the start it is "Port", and shorter
+            self.assertGreater(end, 40)  # wider than "Port", the title at first
             menu = finished_picture(user.open_menu(), "The menu").without_edges()
             drawn = [set(row) for row in menu.rows if len(set(row)) > 1]
             self.assertEqual([len(colors) for colors in drawn], [2])  # a line on the background
@@ -54,7 +54,7 @@ class Request(unittest.TestCase):
             user.click_hastily(BUTTON)
             user.wait_for_result()
             user.wait_until_ready()
-            user.wait_until_focused(BUTTON)  # which it had lost while it was disabled
+            user.wait_until_focused(BUTTON)  # a disabled button loses the focus
             self.assertEqual(pod.requests(), WHOLE_REQUEST)
 
     def test_keeps_the_result_while_another_window_has_the_keyboard(self):
@@ -62,7 +62,8 @@ class Request(unittest.TestCase):
             user.click(BUTTON)
             result = user.wait_for_result()
             user.leave_and_come_back()
-            user.press("Tab")  # is obeyed after all that the window does when it has the keyboard again
+            # The key comes after all that the window does when it has the keyboard again.
+            user.press("Tab")
             user.wait_until_focused(OPTIONS[0])
             self.assertEqual(user.result(), result)
 
@@ -74,7 +75,7 @@ class Request(unittest.TestCase):
             user.answer()
             user.wait_until_focused(BUTTON)
             user.open_menu()
-            user.click_close_button()  # closes the menu
+            user.click_close_button()  # only closes the menu
             user.click_close_button()
             self.assertEqual(user.wait_for_end(), 0)
 
@@ -89,7 +90,7 @@ class Request(unittest.TestCase):
                 self.assertEqual(user.wait_for_result("C-1"), "C-4")
 
     def test_says_once_that_no_pod_answers_and_stays_usable(self):
-        faults = ("--fault", "echo-only:254:2")  # nobody answers the first poll
+        faults = ("--fault", "echo-only:254:2")  # both polls of the first request stay unanswered
         with Pod(*faults, "--serial-number", "7") as pod, self.user(pod.device) as user:
             start = time.monotonic()
             user.click(BUTTON)
@@ -115,7 +116,7 @@ class Request(unittest.TestCase):
                 ("space", BUTTON, 1),
                 ("Tab", OPTIONS[0], 1),
                 ("Down", OPTIONS[1], 1),
-                ("Return", OPTIONS[1], 2),  # the default button, from wherever the keyboard is
+                ("Return", OPTIONS[1], 2),  # works the default button from any control
                 ("Escape", OPTIONS[1], 2),
                 ("Tab", BUTTON, 2),
                 ("shift+Tab", OPTIONS[1], 2),
@@ -139,7 +140,7 @@ class Request(unittest.TestCase):
         with Pod() as pod, self.user(pod.device) as user:
             with user.holding("Return"):
                 user.wait_for_result()
-                time.sleep(1.5)  # in which the keyboard repeats it
+                time.sleep(1.5)  # the keyboard repeats the key meanwhile
             user.wait_until_ready()
             self.assertEqual(pod.requests(), WHOLE_REQUEST)
 
@@ -161,10 +162,10 @@ class Request(unittest.TestCase):
             user.wait_for_result()
             user.wait_until_ready()
             user.click_at(user.result_place(), times=2)
-            user.press("shift+Tab")  # is obeyed after the clicks, and moves on from the control with the focus
+            user.press("shift+Tab")  # taken after the clicks, and starts at the focus
             user.wait_until_focused(BUTTON)
             user.open_menu_of_result()
-            user.press("c")  # of "Copy"
+            user.press("c")  # the key of "Copy"
             user.wait_until_copied("C-6")
             user.wait_until_focused(BUTTON)
 
@@ -195,7 +196,7 @@ class Request(unittest.TestCase):
                             user.wait_for_result()
                         else:
                             self.assert_box(user.box(), *NO_POD)
-                            if not settings:  # otherwise every window looks like a menu
+                            if not settings:  # an unmanaged window looks like a menu
                                 self.assertIsNone(user.find_menu())
                             xdotool("mouseup", 1)
                             user.answer()
@@ -203,7 +204,7 @@ class Request(unittest.TestCase):
                 xdotool("mouseup", 1)
 
     def assert_stays(self, user):
-        """The window does not follow the moves of the mouse, and obeys the click after them."""
+        """The window does not follow the mouse, and takes a click after the mouse has moved."""
         user.wait_until_ready()
         place, option = user.client_place(), user.place(OPTIONS[3])
         user.point_at(user.place(OPTIONS[0]))

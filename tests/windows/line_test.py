@@ -43,7 +43,7 @@ class Line(unittest.TestCase):
         input_flags, _, line_flags, *_ = termios.tcgetattr(far)
         self.assertEqual(input_flags & (termios.IXON | termios.IXOFF), 0)
         self.assertEqual(line_flags & (termios.CSTOPB | termios.CRTSCTS), 0)
-        # A speed may have been set as a number, which only the newer call tells.
+        # Only the newer call tells a speed that was set as a number.
         speeds = struct.unpack("=36x2I", fcntl.ioctl(far, TCGETS2, bytes(44)))
         self.assertEqual(speeds, (9600, 9600))
 

@@ -1,5 +1,5 @@
 // Prints the text of every live region that a program announces, as a screen reader would speak it,
-// until it is ended. The first line says that it listens.
+// until somebody ends this listener. Its first line says that it listens.
 #include <windows.h>
 
 #include <iostream>

@@ -1,5 +1,5 @@
-// Posts as many random messages to the program's window as the argument says, as a program of the
-// same user can. Left out are the messages that no window of Windows stands: those that close it,
+// Posts as many random messages to the program's window as the argument says, as any program of the
+// same user can. It leaves out the messages that no window withstands: those that close the window,
 // and those whose parameters Windows itself takes for pointers.
 #include <windows.h>
 
@@ -19,7 +19,7 @@ int main(int argc, char** argv) {
                              WM_USER,    WM_USER + 1,   any(WM_USER, WM_APP - 1),
                              WM_COMMAND, WM_DPICHANGED, WM_CTLCOLORSTATIC};
     const UINT message = messages[any(0, std::size(messages) - 1)];
-    // Half of the numbers are as small as those of controls.
+    // Half of the numbers are small, because the numbers of controls are.
     const WPARAM number = any(0, 1) ? any(0, 0x200) : any(0, MAXDWORD);
     const LPARAM parameter = any(0, 1) ? 0 : static_cast<LPARAM>(any(0, MAXDWORD));
     if (PostMessageW(form, message, number, parameter)) {

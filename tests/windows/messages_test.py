@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""What other programs send to the window of the Windows program, and what it tells them.
+"""Messages of other programs to the window of the Windows program, and what the window tells them.
 
 Usage: messages_test.py windows BUILD_FOLDER ZENDOR_POD_SIMULATOR
 """
@@ -28,7 +28,7 @@ class Messages(unittest.TestCase):
                                       stdout=subprocess.PIPE, text=True)
             with listener.stdout as heard:
                 self.assertEqual(heard.readline(), "listening\n")
-                for _ in range(2):  # the same number, and nothing for the box that is emptied
+                for _ in range(2):  # the same number; the emptied box tells nothing
                     user.press("Return")
                     self.assertEqual(heard.readline(), "C-1234567\n")
                     user.wait_until_ready()

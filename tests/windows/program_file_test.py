@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The file of the Windows program and the archive that it is carried away in.
+"""The file of the Windows program, and the archive that holds it.
 
 Usage: program_file_test.py windows BUILD_FOLDER ZENDOR_POD_SIMULATOR
 """

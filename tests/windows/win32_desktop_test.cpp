@@ -11,7 +11,7 @@
 namespace zendor {
 namespace {
 
-const std::string kText = "\u00C4\u20AC \u2212 \u65E5";  // of the code page only in part
+const std::string kText = "\u00C4\u20AC \u2212 \u65E5";  // partly outside of the code page
 const std::string kTitle = "dravo\u00AE \u0416";
 
 constexpr int kTextOfBox = 0xFFFF;

@@ -1,4 +1,5 @@
-// The line of the Windows program on a driver that the test plays, for what Wine does not show.
+// The line of the Windows program on a driver that the test plays, because Wine does not show how a
+// port is set up and how its driver fails.
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -18,14 +19,15 @@ void end(OVERLAPPED* transfer, ULONG_PTR status, ULONG_PTR count) {
   transfer->Internal = status;
 }
 
-// How a read goes: at once, or after some looks at the clock, which ticks with each look.
+// How a read goes: it ends at once, or after some looks at the clock. Each look makes the clock
+// tick.
 struct Read {
   const char* name = nullptr;
   std::size_t expected = 0;
   ULONG_PTR status = kDone;
-  DWORD counted = 5;  // that the driver reports to wait
+  DWORD counted = 5;  // how many bytes the driver says are waiting
   DWORD given = 0;
-  int looks = 0;  // until it ends by itself
+  int looks = 0;  // until the read ends by itself
   bool begins = true;
   bool takesCancel = true;
 };
@@ -170,7 +172,7 @@ TEST_F(Win32DriverTest, ReportsAWriteThatFailsLaterInTheNextOneAndAtOnceInItself
   EXPECT_EQ(errorOfWrite(), 0);
   end(driver.write, kDeviceRemoved, 0);
   EXPECT_EQ(errorOfWrite(), ERROR_DEVICE_REMOVED);
-  EXPECT_EQ(port.bytesToSend(), frame.size());  // handed over all the same
+  EXPECT_EQ(port.bytesToSend(), frame.size());  // this write was handed over all the same
   end(driver.write, kDone, 3);
   EXPECT_EQ(errorOfWrite(), ERROR_TIMEOUT);
   end(driver.write, kDone, frame.size());
@@ -190,7 +192,8 @@ TEST_F(Win32DriverTest, LeavesAWriteToTheDriverUntilItHasDoneWithIt) {
 
 }  // namespace
 
-// Here a program looks up the functions that it imports from Windows.
+// A program calls the functions that it imports from Windows through these pointers, so that this
+// file can put functions of its own there.
 // NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 decltype(&CreateFileW) __imp_CreateFileW = [](auto, auto access, auto sharing, auto, auto creation,

@@ -1,5 +1,5 @@
-// The line of the Windows program on the port COM1, behind which everything written comes back.
-// COM0 is a number that no computer gives to a port.
+// The line of the Windows program on COM1. The device behind that port sends everything back. No
+// computer has a port COM0.
 #include <gtest/gtest.h>
 #include <windows.h>
 
