@@ -10,7 +10,6 @@
 #include <memory>
 
 #include "platform/form.h"
-#include "platform/qt/held_keys.h"
 #include "platform/qt/qt_scale.h"
 
 namespace zendor {
@@ -54,7 +53,6 @@ class QtForm final : public Form {
   void nameControls();
   void orderFocus(std::vector<FormControl> controls);
 
-  const HeldKeys heldKeys_;
   FormEvents* events_ = nullptr;
   FormWindow window_;
   QMenuBar menuBar_;

@@ -1,8 +1,7 @@
 #include "program/linux/run_program.h"
 
-#include <QApplication>
-
 #include "app/frm_startup.h"
+#include "platform/qt/qt_application.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_form.h"
 #include "platform/qt/qt_regional.h"
@@ -19,7 +18,7 @@ int runProgram(char* name, SerialPort& MSComm1, std::function<std::string(int po
   // The program has no command line, so Qt gets none to look for its own options in.
   int count = 1;
   char* arguments[] = {name, nullptr};
-  const QApplication application(count, arguments);
+  const QtApplication application(count, arguments);
   QApplication::setDesktopFileName("zendor-serial-extractor");
   const SteadyClock clock;
   const Regional regional = systemRegional();

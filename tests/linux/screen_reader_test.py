@@ -11,7 +11,7 @@ from captions import BUTTON, OPTIONS
 from linux_user import WINDOW, User
 from platform_under_test import Pod
 from screen_reader import ScreenReader
-from simulated_pod import SERIAL, SLOW
+from simulated_pod import POLL, SERIAL, SLOW
 
 
 class Spoken(unittest.TestCase):
@@ -21,16 +21,29 @@ class Spoken(unittest.TestCase):
             with User([sys.argv[2], pod.device]) as user:
                 reader.listen_until("for its serial number")  # the end of the button's description
                 # The first request asks twice for the number, every later one once.
-                for questions, key, words in (2, "Tab", OPTIONS[0]), (3, "shift+Tab", BUTTON):
+                for questions, key, words in ([2], "Tab", OPTIONS[0]), ([3, 4], "shift+Tab", BUTTON):
                     with self.subTest(questions):
-                        user.press("Return")
-                        pod.wait_for(SERIAL, questions)
-                        user.wait_until_ready()
+                        for number in questions:
+                            user.press("Return")
+                            pod.wait_for(SERIAL, number)
+                            user.wait_until_ready()
                         user.press(key)  # the words of this key come after all else
                         said = " / ".join(reader.listen_until(words))
-                        self.assertEqual(said.count("C-1234567"), 1, said)
+                        self.assertEqual(said.count("C-1234567"), len(questions), said)
                         self.assertNotIn(WINDOW, said)
                         self.assertNotIn(BUTTON, said)
+
+    def test_a_message_is_answered_by_a_key_that_is_pressed_after_it_has_been_spoken(self):
+        with ScreenReader() as reader, Pod("--no-pod") as pod:
+            reader.listen_until("Screen reader on")
+            with User([sys.argv[2], pod.device]) as user:
+                reader.listen_until("for its serial number")
+                with user.holding("Return"):
+                    reader.listen_until("OK")  # the button of the message
+                    user.box()
+                user.press("Return")
+                user.wait_until_ready()
+                self.assertEqual(pod.requests(), [POLL, POLL])
 
 
 if __name__ == "__main__":

@@ -1,0 +1,46 @@
+#include "platform/qt/qt_application.h"
+
+namespace zendor {
+
+namespace {
+
+bool movesFocus(int key) {
+  switch (key) {
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+// A window gets a key from the system, before the widget that has the focus. While a screen reader
+// runs, Qt replaces that event by a copy without a time stamp. No event filter could be sure to see
+// the event before Qt's own filter does.
+bool QtApplication::notify(QObject* receiver, QEvent* event) {
+  const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+  if (isKey && event->spontaneous() && receiver->isWindowType()) {
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    if (isRepeat(key) && !movesFocus(key.key())) return true;
+  }
+  return QApplication::notify(receiver, event);
+}
+
+// Repeats of a key are marked, except for the first one that reaches a new window: that one comes
+// as a release and a press with the same time stamp.
+bool QtApplication::isRepeat(const QKeyEvent& key) {
+  if (key.type() == QEvent::KeyRelease) {
+    releasedKey_ = key.key();
+    releasedAt_ = key.timestamp();
+    return key.isAutoRepeat();
+  }
+  return key.isAutoRepeat() || (key.key() == releasedKey_ && key.timestamp() == releasedAt_);
+}
+
+}  // namespace zendor
