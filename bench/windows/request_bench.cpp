@@ -17,6 +17,9 @@
 #include "platform/win32/win32_port_devices.h"
 #include "platform/win32/win32_serial_port.h"
 
+// Exported by ntdll, declared by no header.
+extern "C" PPEB NTAPI RtlGetCurrentPeb();
+
 namespace {
 
 using Time = std::chrono::steady_clock;
@@ -44,7 +47,7 @@ struct GdiEntry {
 
 std::ptrdiff_t gdiObjects() {
   constexpr std::size_t kTableOffset = 0xF8, kEntries = 0x10000;
-  const auto* const process = reinterpret_cast<char*>(NtCurrentTeb()->ProcessEnvironmentBlock);
+  const auto* const process = reinterpret_cast<char*>(RtlGetCurrentPeb());
   const auto* const table = *reinterpret_cast<const GdiEntry* const*>(process + kTableOffset);
   return std::count_if(table, table + kEntries,
                        [](const GdiEntry& entry) { return entry.type != 0; });
