@@ -25,9 +25,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Whoever starts a program can leave out its standard streams. The line never takes the number of
+// such a stream, because texts for people would then go out over it.
+FileDescriptor outsideStandardStreams(FileDescriptor file) {
+  if (file.number() > STDERR_FILENO) return file;
+  return FileDescriptor(::fcntl(file.number(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+}
+
 FileDescriptor openDevice(const std::string& device) {
-  FileDescriptor line(::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
-  if (!line.isOpen()) throw refusedCall(device, errno);
+  FileDescriptor file(::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+  if (!file.isOpen()) throw refusedCall(device, errno);
+  FileDescriptor line = outsideStandardStreams(std::move(file));
+  termios2 settings{};
+  if (::ioctl(line.number(), TCGETS2, &settings) != 0) throw refusedCall(device, errno);
   return line;
 }
 

@@ -114,6 +114,15 @@ TEST_F(LinuxLine, CountsTheRealPortsOnBoardFirstThenAdaptersByNumber) {
     EXPECT_EQ(devices.describePort(number++), expected);
 }
 
+TEST_F(LinuxLine, NeverTakesTheNumberOfAStandardStream) {
+  const FileDescriptor input(::dup(STDIN_FILENO));
+  ::close(STDIN_FILENO);
+  port.open();
+  EXPECT_EQ(::fcntl(STDIN_FILENO, F_GETFD), -1) << "the line is the standard input";
+  port.close();
+  ::dup2(input.number(), STDIN_FILENO);
+}
+
 TEST_F(LinuxLine, CarriesEveryByteValueUnchangedBothWaysAndDiscardsWhatWaits) {
   Bytes bytes(256), received;
   std::iota(bytes.begin(), bytes.end(), std::uint8_t{0});
@@ -164,6 +173,8 @@ TEST_F(LinuxLine, ALineThatIsGoneHasNothingRefusesWritesAndIsFreedByItsClose) {
 TEST_F(LinuxLine, TellsAbsentUnsuitableAndWronglySetPortsApart) {
   writeFile("plain", "");
   const std::string plain = folder / "plain", absent = folder / "absent", inside = plain + "/x";
+  const FileDescriptor holder(::open(plain.c_str(), O_RDONLY));  // a held file is no held port
+  ASSERT_EQ(::flock(holder.number(), LOCK_EX), 0);
   const std::string plugIn = " on this computer. Plug in its adapter and try again.";
   const std::string choose = " is not a serial port. Choose another port.";
   const std::tuple<int, std::string, const char*, int, std::string> rows[] = {
