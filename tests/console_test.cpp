@@ -37,22 +37,29 @@ TEST(Trace, WritesDownARequestAsTheDescriptionOfTheLineDoes) {
             "    13 < 80 0 1 242 189 | 1 3 80 0 135 214 18 61\n");
 }
 
-TEST(Trace, ShowsWhatCameBeforeAMessageAndAFrameThatIsRefused) {
+TEST(Trace, ShowsWhatCameBeforeAMessageWhatCameLateAndAFrameThatIsRefused) {
   FakePlatform platform;
   std::ostringstream errors;
   TracedSerialPort port(platform.line, platform.clock, errors);
   ConsoleDesktop desktop(errors, [&] { port.finishLine(); });
   port.open();
-  platform.play(2, {});
+  platform.line.script = {{{0, Bytes(2)}, {3, Bytes{0, 0, 0, 7}}}};
   port.write(kPoll);
-  port.bytesWaiting();
   port.readAll();
   desktop.showMessage({"gone\r\nagain?", "Title", MessageIcon::None, MessageButtons::Ok});
+  platform.clock.now = 3;
+  port.discardWaiting();
+  EXPECT_EQ(platform.log.back(), "discard");
+  platform.clock.now = 4;
+  port.write(kPoll);
   platform.line.writeError = PortError{5, "gone"};
   EXPECT_THROW(port.write(kSerial), PortError);
+  platform.line.waiting = {9};
+  port.readAll();
+  port.close();
   EXPECT_EQ(errors.str(),
-            "     0 > 80 0 1 254 177\n     0 < 0 0\nTitle: gone\nagain?\n"
-            "     0 > 80 0 1 242 189\n");
+            "     0 > 80 0 1 254 177\n     0 < 0 0\nTitle: gone\nagain?\n     3 < 0 0 0 | 7\n"
+            "     4 > 80 0 1 254 177\n     4 > 80 0 1 242 189\n     4 < | 9\n");
 }
 
 TEST(ConsoleDesktop, AsksNobody) {

@@ -103,7 +103,10 @@ class ScriptedLine final : public SerialPort {
       waiting = waiting + coming_.begin()->second;
     return waiting.size();
   }
-  std::span<const std::uint8_t> readAll() override { return read_ = std::exchange(waiting, {}); }
+  std::span<const std::uint8_t> readAll() override {
+    bytesWaiting();
+    return read_ = std::exchange(waiting, {});
+  }
   void discardWaiting() override {
     log_.emplace_back("discard");
     bytesWaiting();

@@ -1,12 +1,13 @@
 #include "platform/console/traced_serial_port.h"
 
+#include <algorithm>
 #include <iomanip>
 
 namespace zendor {
 
 namespace {
 
-constexpr int kTimeWidth = 6;  // a request takes twelve seconds at the most
+constexpr int kTimeWidth = 6;  // a request takes ten seconds at the most
 
 std::ostream& printBytes(std::ostream& stream, std::span<const std::uint8_t> bytes) {
   for (const unsigned byte : bytes) stream << ' ' << byte;
@@ -25,6 +26,7 @@ void TracedSerialPort::finishLine() {
   printBytes(trace_ << std::setw(kTimeWidth) << receivedAt_ << " <", echo);
   if (all.size() > echo.size()) printBytes(trace_ << " |", all.subspan(echo.size()));
   trace_ << std::endl;
+  written_ -= echo.size();
   received_.clear();
 }
 
@@ -49,16 +51,21 @@ std::span<const std::uint8_t> TracedSerialPort::readAll() {
   return bytes;
 }
 
-void TracedSerialPort::discardWaiting() { port_.discardWaiting(); }
+// The bytes are read, so that a reply that came too late is written down.
+void TracedSerialPort::discardWaiting() {
+  if (bytesWaiting() > 0) readAll();
+  port_.discardWaiting();
+}
 
 std::size_t TracedSerialPort::bytesToSend() { return port_.bytesToSend(); }
 
 // The frame is written down first, because the write may be refused.
 void TracedSerialPort::write(std::span<const std::uint8_t> bytes) {
   finishLine();
-  written_ = bytes.size();
+  written_ = 0;
   printBytes(trace_ << std::setw(kTimeWidth) << elapsed() << " >", bytes) << std::endl;
   port_.write(bytes);
+  written_ = bytes.size();
 }
 
 // The difference is unsigned, so that a wrap of the counter does no harm.

@@ -3,7 +3,7 @@
 //      0 > 80 0 1 254 177
 //     11 < 80 0 1 254 177 | 1 0 80 0 175
 //
-// ">" is one write, and "<" is all that was read until the next write. A bar stands behind as many
+// ">" is one write, and "<" is all that came in until the next write, even if nobody read it. A bar stands behind as many
 // bytes as were written, because the line loops back and what is read begins with the echo. The
 // number in front is the time in milliseconds since the trace began; a "<" has the time of its last
 // byte.
@@ -43,7 +43,7 @@ class TracedSerialPort final : public SerialPort {
   const Clock& clock_;
   std::ostream& trace_;
   const std::int32_t start_;
-  std::size_t written_ = 0;  // by the last write
+  std::size_t written_ = 0;  // by the last write, and not yet come back as its echo
   std::vector<std::uint8_t> received_;
   std::int64_t receivedAt_ = 0;
 };
