@@ -12,7 +12,6 @@ constexpr ControlId Label1{"Label1"};
 constexpr ControlId Label2{"Label2"};
 constexpr ControlId cmdAccept{"cmdAccept"};
 constexpr ControlId optCommPort(int index) { return {"optCommPort", index}; }
-constexpr int kPortChoices = 4;
 constexpr std::string_view kSerialPortMenu = "SerialPort";
 
 constexpr const char* kLineSettings = "9600,N,8,1";

@@ -21,6 +21,9 @@ namespace zendor {
 
 class frmStartup final : public FormEvents {
  public:
+  // The window offers the serial ports 1 to 4.
+  static constexpr int kPortChoices = 4;
+
   // The window that a platform draws.
   static FormDescription description();
 

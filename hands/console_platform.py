@@ -9,6 +9,9 @@ TITLE = re.compile(r"^(Error(?: opening/closing Serial Port \d)?|Unhandled Error
 
 
 class Console:
+    listed_ports = "".join(
+        rf"{number}: (/dev/tty\S+(, .+)?|no such port on this computer)\n" for number in range(1, 5)
+    )
     write_refusal = r"^Unhandled Error number 5\n.* is gone: .*\nOccured in LL_Serial_SendMessage$"
 
     def __init__(self, program):
@@ -23,6 +26,13 @@ class Console:
     def user(self, device):
         return User([self.program, device])
 
+    def name_port(self, device):
+        """What the command calls the device."""
+        return device
+
+    def run_command(self, *arguments, stdout=subprocess.PIPE):
+        return run([self.program, *arguments], stdout)
+
     def refusals(self, device):
         """Devices that do not open, each with the reason, and the file that holds the device."""
         holder = open(device, "rb")
@@ -32,6 +42,10 @@ class Console:
             ([device], f"The serial port {device} is in use by another program"),
             ([__file__], f"{__file__} is not a serial port"),
         ], holder
+
+
+def run(command, stdout):
+    return subprocess.run(command, stdout=stdout, stderr=subprocess.PIPE, text=True, timeout=20)
 
 
 class User:

@@ -138,13 +138,28 @@ class Windows:
 class WindowsConsole(Windows):
     """The command for scripts."""
 
+    program = "program/command/ZendorSerialNumber.exe"
+    listed_ports = "1: COM1\n" + "".join(
+        f"{number}: no such port on this computer\n" for number in range(2, 5)
+    )
+
+    def set_up(self):
+        """Starts the reader, because the services of Wine would print into the streams of the
+        program that starts them."""
+        super().set_up()
+        self.reader = Reader(self)
+        self.reader.windows()
+
     def user(self, *devices):
         self.attach(*devices)
-        # The reader comes first, because the services of Wine would print into the streams of the
-        # program that starts them.
-        self.reader = self.reader or Reader(self)
-        self.reader.windows()
-        return console_platform.User(self.command("program/command/ZendorSerialNumber.exe", "1"))
+        return console_platform.User(self.command(self.program, "1"))
+
+    def name_port(self, device):
+        self.attach(device)
+        return "com1"
+
+    def run_command(self, *arguments, stdout=subprocess.PIPE):
+        return console_platform.run(self.command(self.program, *arguments), stdout)
 
 
 Row = collections.namedtuple("Row", "level kind state left top right bottom text")

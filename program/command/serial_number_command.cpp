@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <iostream>
+#include <sstream>
 
 #include "app/frm_startup.h"
 #include "platform/console/console_desktop.h"
@@ -14,11 +15,9 @@ namespace zendor {
 
 namespace {
 
-constexpr int kNumberPrinted = 0;
-constexpr int kNoNumber = 1;
+constexpr int kPrinted = 0;
+constexpr int kNotPrinted = 1;
 constexpr int kWrongUsage = 2;
-
-constexpr int kPorts = 4;  // those that the window offers
 
 struct Arguments {
   std::string port = "1";
@@ -27,8 +26,9 @@ struct Arguments {
 };
 
 std::string footer(const std::string& name) {
-  return "Exit status: 0 when the number was printed, 1 when none was, for a reason that stands on "
-         "the\nstandard error output, 2 when the command was not understood.\n\n"
+  return "Exit status: 0 when the number, or what else was asked for, was printed, 1 when it was "
+         "not, for a\nreason that stands on the standard error output, 2 when the command was not "
+         "understood.\n\n"
          "Examples:\n  " +
          name + "            the number of the Zendor on Serial Port 1\n  " + name +
          " 2 --trace  what passes over the line on Serial Port 2 as well\n  " + name +
@@ -37,7 +37,8 @@ std::string footer(const std::string& name) {
 
 // Empty when the text names a port.
 std::string complaintAboutPort(const std::string& text, const CommandPlatform& platform) {
-  const bool isNumber = text.size() == 1 && text[0] >= '1' && text[0] <= '0' + kPorts;
+  const bool isNumber =
+      text.size() == 1 && text[0] >= '1' && text[0] <= '0' + frmStartup::kPortChoices;
   if (isNumber || platform.isDevice(text)) return "";
   return "\"" + text + "\" is neither a number from 1 to 4 nor " + platform.deviceHelp + ".";
 }
@@ -67,11 +68,12 @@ void declare(CLI::App& app, Arguments& arguments, const CommandPlatform& platfor
       "start, > and what was sent, or < and what was received,\nits echo in front of a |.");
 }
 
-int list(const CommandPlatform& platform) {
-  for (int number = 1; number <= kPorts; ++number) {
-    std::cout << number << ": " << platform.describePort(number) << '\n';
+std::string list(const CommandPlatform& platform) {
+  std::string lines;
+  for (int number = 1; number <= frmStartup::kPortChoices; ++number) {
+    lines += std::to_string(number) + ": " + platform.describePort(number) + "\n";
   }
-  return kNumberPrinted;
+  return lines;
 }
 
 // The number that the request of the window's button gives on the port; empty when it gives none.
@@ -88,13 +90,12 @@ std::string request(const Arguments& arguments, const CommandPlatform& platform)
   return form.result();
 }
 
-int printNumber(const Arguments& arguments, const CommandPlatform& platform) {
-  const std::string number = request(arguments, platform);
-  if (number.empty()) return kNoNumber;
-  std::cout << number << std::endl;
-  if (std::cout) return kNumberPrinted;
-  std::cerr << "The standard output does not take the number " << number << ".\n";
-  return kNoNumber;
+// Whoever misses the text on the standard output finds it on the standard error output.
+int print(const std::string& text) {
+  std::cout << text << std::flush;
+  if (std::cout) return kPrinted;
+  std::cerr << "The standard output does not take the text:\n" << text;
+  return kNotPrinted;
 }
 
 }  // namespace
@@ -106,9 +107,12 @@ int runSerialNumberCommand(int argc, char** argv, const CommandPlatform& platfor
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& end) {
-    return app.exit(end) == 0 ? kNumberPrinted : kWrongUsage;
+    std::ostringstream help;
+    return app.exit(end, help, std::cerr) == 0 ? print(help.str()) : kWrongUsage;
   }
-  return arguments.list ? list(platform) : printNumber(arguments, platform);
+  if (arguments.list) return print(list(platform));
+  const std::string number = request(arguments, platform);
+  return number.empty() ? kNotPrinted : print(number + "\n");
 }
 
 }  // namespace zendor

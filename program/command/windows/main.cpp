@@ -9,7 +9,9 @@
 
 namespace {
 
-bool isComPort(const std::string& text) {
+// Windows takes the letters in either case.
+bool isComPort(std::string text) {
+  std::ranges::transform(text, text.begin(), [](unsigned char c) { return std::toupper(c); });
   return text.starts_with("COM") && text.size() > 3 && text[3] != '0' &&
          std::ranges::all_of(text.substr(3), [](unsigned char c) { return std::isdigit(c) != 0; });
 }
