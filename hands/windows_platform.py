@@ -11,7 +11,8 @@ from screen import output_of
 
 WINE = pathlib.Path(__file__).with_name("wine.sh")
 
-# What is set in the registry: the devices behind the ports, and the looks of all windows.
+# What is set in the registry: the devices behind the ports, the adapter that is COM1, and the looks
+# of all windows.
 SETTINGS = r"""Windows Registry Editor Version 5.00
 
 [HKEY_LOCAL_MACHINE\Software\Wine\Ports]
@@ -19,6 +20,13 @@ SETTINGS = r"""Windows Registry Editor Version 5.00
 "COM2"="{folder}/com2"
 "COM3"="{folder}/com3"
 "COM4"="{folder}/com4"
+
+[HKEY_LOCAL_MACHINE\System\CurrentControlSet\Enum\USB\TEST\1]
+"ClassGUID"="{{4d36e978-e325-11ce-bfc1-08002be10318}}"
+"DeviceDesc"="Test Adapter"
+
+[HKEY_LOCAL_MACHINE\System\CurrentControlSet\Enum\USB\TEST\1\Device Parameters]
+"PortName"="COM1"
 
 [HKEY_CURRENT_USER\Software\Wine\X11 Driver]
 "Managed"="{managed}"
@@ -139,8 +147,8 @@ class WindowsConsole(Windows):
     """The command for scripts."""
 
     program = "program/command/ZendorSerialNumber.exe"
-    listed_ports = "1: COM1\n" + "".join(
-        f"{number}: no such port on this computer\n" for number in range(2, 5)
+    listed_ports = "1: COM1, Test Adapter\n" + "".join(
+        rf"{number}: (COM{number}|no such port on this computer)\n" for number in range(2, 5)
     )
 
     def set_up(self):

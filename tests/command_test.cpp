@@ -24,7 +24,7 @@ using namespace doubles;
       static_cast<int>(argv.size()), argv.data(),
       {.name = "command",
        .deviceHelp = "a device",
-       .isDevice = [](const std::string& port) { return port.starts_with("/"); },
+       .isDevice = [](const std::string& port) { return port.starts_with("device"); },
        .numberedPorts = [&] { return refused("numbered"); },
        .namedPort = refused,
        .describePort = [](int number) { return "device " + std::to_string(number); }}));
@@ -41,7 +41,7 @@ TEST(Command, AsksOnThePortThatIsNamedAndRefusesWhatItDoesNotUnderstand) {
       {{}, 1, "^Error opening/closing Serial Port 1: numbered\nPlease free the port"},
       {{"1"}, 1, "Serial Port 1: numbered"},
       {{"--trace", "4"}, 1, "^Error opening/closing Serial Port 4: numbered"},
-      {{"/dev/any"}, 1, "Serial Port 1: /dev/any"},
+      {{"device"}, 1, "Serial Port 1: device"},
       {{"0"}, 2, "\"0\" is neither a number from 1 to 4 nor a device\\."},
       {{"5"}, 2, "\"5\" is neither"},
       {{"11"}, 2, "\"11\" is neither"},

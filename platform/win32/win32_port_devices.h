@@ -8,7 +8,8 @@ namespace zendor {
 // "COM1" is the port with the number 1.
 std::string comPortOf(int portNumber);
 
-// For people: "COM1", or that there is no such port.
+// For people: "COM1", with the name of its device where Windows knows one, or that there is no such
+// port.
 std::string describePort(int portNumber);
 
 }  // namespace zendor

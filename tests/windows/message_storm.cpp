@@ -10,6 +10,10 @@
 int main(int argc, char** argv) {
   if (argc != 2) return EXIT_FAILURE;
   const HWND form = FindWindowW(L"ZendorForm", nullptr);
+  if (form == nullptr) {  // a message to no window would go to this thread
+    std::printf("there is no window\n");
+    return EXIT_FAILURE;
+  }
   std::mt19937 random(1);
   const auto any = [&](std::uint32_t first, std::uint32_t last) {
     return std::uniform_int_distribution<std::uint32_t>(first, last)(random);

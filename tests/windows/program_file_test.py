@@ -16,29 +16,33 @@ from screen import output_of
 
 BUILD = pathlib.Path(sys.argv[2])
 PROGRAM = BUILD / "program/windows/ZendorSerialExtractor.exe"
+COMMAND = BUILD / "program/command/ZendorSerialNumber.exe"
 
 # Files that every Windows 10 has.
 SYSTEM_LIBRARIES = {
     "comctl32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "user32.dll", "advapi32.dll",
-    "shell32.dll", "ole32.dll",
+    "shell32.dll", "ole32.dll", "setupapi.dll",
 }
 
 
 class ProgramFile(unittest.TestCase):
     def test_needs_nothing_but_windows(self):
-        headers = output_of("x86_64-w64-mingw32-objdump", "-p", str(PROGRAM))
-        imported = {name.lower() for name in re.findall(r"DLL Name: (\S+)", headers)}
-        self.assertEqual(imported - SYSTEM_LIBRARIES, set())
-        self.assertIn("user32.dll", imported)
+        for program, library in (PROGRAM, "user32.dll"), (COMMAND, "kernel32.dll"):
+            headers = output_of("x86_64-w64-mingw32-objdump", "-p", str(program))
+            imported = {name.lower() for name in re.findall(r"DLL Name: (\S+)", headers)}
+            self.assertEqual(imported - SYSTEM_LIBRARIES, set())
+            self.assertIn(library, imported)
 
     def test_is_small_stripped_and_hardened(self):
-        self.assertLess(PROGRAM.stat().st_size, 1_500_000)
-        headers = output_of("x86_64-w64-mingw32-objdump", "-p", str(PROGRAM))
-        for flag in ("HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT", "TERMINAL_SERVICE_AWARE",
-                     "(Windows GUI)"):
-            self.assertIn(flag, headers)
-        self.assertIn(b"stack smashing detected", PROGRAM.read_bytes())
-        self.assertNotIn(".debug", output_of("x86_64-w64-mingw32-objdump", "-h", str(PROGRAM)))
+        rows = [(PROGRAM, 1_500_000, "(Windows GUI)"), (COMMAND, 2_000_000, "(Windows CUI)")]
+        for program, size, subsystem in rows:
+            self.assertLess(program.stat().st_size, size)
+            headers = output_of("x86_64-w64-mingw32-objdump", "-p", str(program))
+            for flag in ("HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT", "TERMINAL_SERVICE_AWARE",
+                         subsystem):
+                self.assertIn(flag, headers)
+            self.assertIn(b"stack smashing detected", program.read_bytes())
+            self.assertNotIn(".debug", output_of("x86_64-w64-mingw32-objdump", "-h", str(program)))
 
     def test_carries_the_icon_of_every_platform_in_16_colours(self):
         icon = SOURCES / "platform/shared/icon/zendor_serial_extractor.ico"
@@ -55,7 +59,7 @@ class ProgramFile(unittest.TestCase):
     def test_is_carried_away_with_a_few_words(self):
         with zipfile.ZipFile(next(BUILD.glob("*.zip"))) as archive:
             names = {pathlib.PurePath(name).name for name in archive.namelist()}
-        self.assertEqual(names, {PROGRAM.name, "ZendorSerialNumber.exe", "README.txt"})
+        self.assertEqual(names, {PROGRAM.name, COMMAND.name, "README.txt"})
 
 
 if __name__ == "__main__":
