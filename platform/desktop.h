@@ -35,7 +35,8 @@ class Desktop {
   // of its own. Then yields the processor to whoever is ready. Does not wait for events.
   virtual void processEvents() = 0;
 
-  // Ends the process at once, with the exit status of the platform. Nothing of the program runs afterwards.
+  // Ends the process at once, with the exit status of the platform. Nothing of the program runs
+  // afterwards.
   [[noreturn]] void endProgram() {
     endProcess();
     std::abort();  // not reached, but a virtual call does not tell the compiler so

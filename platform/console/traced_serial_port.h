@@ -3,10 +3,10 @@
 //      0 > 80 0 1 254 177
 //     11 < 80 0 1 254 177 | 1 0 80 0 175
 //
-// ">" is one write, and "<" is all that came in until the next write, even if nobody read it. A bar stands behind as many
-// bytes as were written, because the line loops back and what is read begins with the echo. The
-// number in front is the time in milliseconds since the trace began; a "<" has the time of its last
-// byte.
+// ">" is one write, and "<" is all that came in until the next write, even if nobody read it. A bar
+// stands behind as many bytes as were written, because the line loops back and what is read begins
+// with the echo. The number in front is the time in milliseconds since the trace began; a "<" has
+// the time of its last byte.
 #pragma once
 
 #include <cstdint>
