@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "program/command/serial_number_command.h"
 #include "tests/doubles.h"
 
@@ -18,8 +20,8 @@ using namespace doubles;
     return port;
   };
   arguments.insert(arguments.begin(), "program");
-  std::vector<char*> argv;
-  for (std::string& argument : arguments) argv.push_back(argument.data());
+  std::vector<char*> argv(arguments.size());
+  std::ranges::transform(arguments, argv.begin(), [](std::string& text) { return text.data(); });
   std::exit(runSerialNumberCommand(
       static_cast<int>(argv.size()), argv.data(),
       {.name = "command",
