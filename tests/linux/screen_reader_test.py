@@ -23,15 +23,16 @@ class Spoken(unittest.TestCase):
                 # The first request asks twice for the number, every later one once.
                 for questions, key, words in ([2], "Tab", OPTIONS[0]), ([3, 4], "shift+Tab", BUTTON):
                     with self.subTest(questions):
+                        said = []  # all but the numbers
                         for number in questions:
                             user.press("Return")
                             pod.wait_for(SERIAL, number)
+                            said += reader.listen_until("C-1234567")
                             user.wait_until_ready()
                         user.press(key)  # the words of this key come after all else
-                        said = " / ".join(reader.listen_until(words))
-                        self.assertEqual(said.count("C-1234567"), len(questions), said)
-                        self.assertNotIn(WINDOW, said)
-                        self.assertNotIn(BUTTON, said)
+                        said = " / ".join(said + reader.listen_until(words))
+                        for too_much in "C-1234567", WINDOW, BUTTON:
+                            self.assertNotIn(too_much, said)
 
     def test_a_message_is_answered_by_a_key_that_is_pressed_after_it_has_been_spoken(self):
         with ScreenReader() as reader, Pod("--no-pod") as pod:
