@@ -8,7 +8,10 @@ Usage: linux_only_test.py linux WINDOW_ON_PORTS ZENDOR_POD_SIMULATOR
 import glob
 import os
 import pathlib
+import re
+import shutil
 import sys
+import tempfile
 import time
 import unittest
 
@@ -17,9 +20,11 @@ import pyatspi
 from captions import BUTTON, HEADING, OPTIONS
 from linux_user import User, place_of
 from platform_under_test import Pod
+from screen import output_of
 from simulated_pod import POLL, SLOW
 
 WINDOW = sys.argv[2]
+ICONS = pathlib.Path(__file__).parents[2] / "packaging/linux/icons"
 NOTHING = "no such port on this computer"
 
 
@@ -32,6 +37,17 @@ def wait_for_description(user, text):
 
 
 class LinuxOnly(unittest.TestCase):
+    def test_shows_the_installed_icon_in_every_size(self):
+        with tempfile.TemporaryDirectory() as data:
+            for icon in ICONS.glob("*.png"):
+                folder = pathlib.Path(data, f"icons/hicolor/{icon.stem}x{icon.stem}/apps")
+                folder.mkdir(parents=True)
+                shutil.copy(icon, folder / "zendor-serial-extractor.png")
+            with User([WINDOW], XDG_DATA_DIRS=data) as user:
+                told = output_of("xprop", "-len", "1000000", "-name", user.title())
+            shown = {width for width, height in re.findall(r"Icon \((\d+) x (\d+)\)", told)}
+            self.assertEqual(shown, {icon.stem for icon in ICONS.glob("*.png")})
+
     def test_a_message_is_answered_by_a_key_that_is_pressed_after_it_has_come(self):
         with Pod("--no-pod") as pod, User([WINDOW, pod.device]) as user:
             with user.holding("Return"):
