@@ -95,9 +95,9 @@ def receive_ratio():
 
 def main():
     paced = [ms / LINE_MS for ms, _ in requests(20, prefix=SOLITARY)]
+    command_start, command_request = command_times(20)
     time_ratios, memory_ratios = start_ratios(PROGRAM, BARE, 20)
     crowded = [cost_of_crowd(300) for _ in range(9)]
-    command_start, command_request = command_times(20)
     longest = max(longest for _, longest in requests(2, "--no-pod"))
     print_table([
         (f"request on the paced line / its {LINE_MS:.1f} ms on the line, median of 20",
