@@ -9,9 +9,11 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <fstream>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 #include "platform/linux/port_errors.h"
@@ -56,6 +58,12 @@ void refuseForeignLockFile(const fs::path& lockFolder, const std::string& device
       device, ": process " + std::to_string(holder) + " has locked it with " + lockFile.string());
 }
 
+struct stat statusOf(const FileDescriptor& file) {
+  struct stat status {};
+  ::fstat(file.number(), &status);
+  return status;
+}
+
 // The refusal names the holder if the system tells it.
 PortError heldPort(const std::string& device, const std::optional<std::string>& holder) {
   return busyPort(device, holder ? ": " + *holder + " has it open" : "");
@@ -63,22 +71,24 @@ PortError heldPort(const std::string& device, const std::optional<std::string>& 
 
 // The advisory lock keeps out the programs that ask for it, this one too, and ends with the
 // process. The exclusive mark of another program is looked up as well, because it does not keep the
-// administrator from opening the device.
-void claim(int line, const std::string& device, const fs::path& lockFolder) {
+// administrator from opening the device. Gives false when the device is held by either.
+bool claim(int line, const std::string& device) {
   if (::flock(line, LOCK_EX | LOCK_NB) != 0) {
     if (errno != EWOULDBLOCK) throw refusedCall(device, errno);
-    throw heldPort(device, otherHolderOf(line));
+    return false;
   }
   int exclusive = 0;
-  if (::ioctl(line, TIOCGEXCL, &exclusive) == 0 && exclusive != 0) {
-    throw heldPort(device, otherHolderOf(line));
-  }
-  refuseForeignLockFile(lockFolder, device);
+  return ::ioctl(line, TIOCGEXCL, &exclusive) != 0 || exclusive == 0;
 }
 
 // The port is marked exclusive by then, so that no other program can open it during the search.
-void refuseOtherHolder(int line, const std::string& device) {
-  if (const auto holder = otherHolderOf(line)) throw heldPort(device, holder);
+// A second start of this program at the same moment has the device open for an instant, until the
+// lock refuses it. So the holder of a port is a program that is found twice.
+void refuseOtherHolder(const struct stat& status, const std::string& device) {
+  constexpr std::chrono::milliseconds kPassing{100};
+  if (!otherHolderOf(status)) return;
+  std::this_thread::sleep_for(kPassing);
+  if (const auto holder = otherHolderOf(status)) throw heldPort(device, holder);
 }
 
 // A driver may silently run at another rate than the one asked for. A line can bear half a bit time
@@ -102,13 +112,11 @@ void configure(int line, const std::string& device, int baud) {
   }
 }
 
-// Keeps out programs that know nothing of locks. A real device loses the mark when it is closed. A
-// pseudo-terminal would keep the mark until its other end goes, even after the holder has died, and
-// would refuse the next open.
-void markExclusive(int line) {
-  struct stat entry {};
-  if (::fstat(line, &entry) != 0) return;
-  if (!isPseudoTerminal(entry.st_rdev)) ::ioctl(line, TIOCEXCL);
+// Keeps out programs that know nothing of locks. A real device loses the mark when nobody has it
+// open any longer. A pseudo-terminal would keep the mark until its other end goes, even after the
+// holder has died, and would refuse the next open.
+void markExclusive(int line, dev_t device) {
+  if (!isPseudoTerminal(device)) ::ioctl(line, TIOCEXCL);
 }
 
 // Interfaces are often fed from these two lines. A device without them refuses, and that does no
@@ -152,12 +160,17 @@ void LinuxSerialPort::open() {
   if (!device) throw absentPort(configuration.portNumber);
 
   FileDescriptor line = openDevice(*device);
-  claim(line.number(), *device, lockFolder_);
-  markExclusive(line.number());
+  const struct stat status = statusOf(line);
+  if (!claim(line.number(), *device)) {
+    line = FileDescriptor();  // the holder must not take this program for a holder
+    throw heldPort(*device, otherHolderOf(status));
+  }
+  refuseForeignLockFile(lockFolder_, *device);
+  markExclusive(line.number(), status.st_rdev);
   device_ = *device;
   line_ = std::move(line);
   try {
-    refuseOtherHolder(line_.number(), device_);
+    refuseOtherHolder(status, device_);
     configure(line_.number(), device_, baud);
   } catch (const PortError&) {
     close();  // takes the mark back

@@ -41,7 +41,7 @@ class LinuxSerialPort final : public SerialPort {
   std::string device_;  // of the last open
   FileDescriptor line_;
   bool setLowLatency_ = false;                 // so that a close puts it back
-  std::array<std::uint8_t, 4096> received_{};  // the kernel keeps no more than this
+  std::array<std::uint8_t, 4096> received_{};  // the line discipline keeps no more
 };
 
 }  // namespace zendor

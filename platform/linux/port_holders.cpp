@@ -98,9 +98,7 @@ std::string nameOf(const fs::path& process) {
 
 }  // namespace
 
-std::optional<std::string> otherHolderOf(int line, const fs::path& processes) {
-  struct stat device {};
-  if (::fstat(line, &device) != 0) return std::nullopt;
+std::optional<std::string> otherHolderOf(const struct stat& device, const fs::path& processes) {
   // The number of this process as the folder shows it. In a container it can differ from getpid().
   std::error_code error;
   const std::string self = fs::read_symlink(processes / "self", error).string();

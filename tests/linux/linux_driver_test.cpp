@@ -143,8 +143,8 @@ TEST(PortHolders, ALoginOfAnotherUserIsFoundByTheTerminalOfItsSession) {
   fs::create_directories(processes / "20");
   fs::create_symlink("10", processes / "self");
   std::ofstream(processes / "20/comm") << "agetty\n";
-  const FileDescriptor line(::open("/dev/null", O_RDWR | O_CLOEXEC));
   constexpr const char* kFound = "process 20 (agetty)";
+  struct stat device {};
   const struct {
     const char* what;
     unsigned int major;
@@ -163,14 +163,14 @@ TEST(PortHolders, ALoginOfAnotherUserIsFoundByTheTerminalOfItsSession) {
       {"gone meanwhile", 4, "", ""}};
   std::ofstream(processes / "10/stat") << "10 (self) S 1 10 7 0 -1";
   for (const auto& [what, major, status, holder] : rows) {
-    driver = {.major = major};
+    device.st_rdev = makedev(major, 0xFFFFF);
     std::ofstream(processes / "20/stat") << status;
-    EXPECT_EQ(otherHolderOf(line.number(), processes).value_or(""), holder) << what;
+    EXPECT_EQ(otherHolderOf(device, processes).value_or(""), holder) << what;
   }
-  driver = {};
+  device.st_rdev = makedev(4, 0xFFFFF);
   std::ofstream(processes / "20/stat") << rows[0].status;
   fs::create_directories(processes / "20/fd");  // files are shown, none is the port
-  EXPECT_EQ(otherHolderOf(line.number(), processes).value_or(""), "");
+  EXPECT_EQ(otherHolderOf(device, processes).value_or(""), "");
   fs::remove_all(processes);
 }
 

@@ -209,7 +209,9 @@ TEST_F(LinuxLine, AForbiddenDeviceNamesTheGroupThatMayUseItOrTheAdministrator) {
   const std::tuple<gid_t, mode_t, std::string> rows[] = {
       {group, S_IRGRP | S_IWGRP, join}, {group, S_IRGRP, ask}, {kRoot, S_IRGRP | S_IWGRP, ask}};
   for (const auto& [owner, mode, description] : rows) {
-    if (::chown(device.c_str(), -1U, owner) != 0) continue;  // only the administrator may
+    if (::chown(device.c_str(), -1U, owner) != 0) {
+      GTEST_SKIP() << "Only the administrator may give a device to the group of the administrator.";
+    }
     ::chmod(device.c_str(), mode);
     EXPECT_EXIT(openAsNobody(), testing::ExitedWithCode(EACCES),
                 testing::Matcher<const std::string&>(description));
@@ -236,17 +238,24 @@ TEST_F(LinuxLine, APortIsRefusedWhileItIsHeldAndFreeWhenItsHolderClosesItOrDies)
 TEST_F(LinuxLine, AProcessThatHoldsThePortWithOrWithoutALockIsNamedUntilItEnds) {
   writeFile("node", "");
   const fs::path node = folder / "node";
-  for (const bool locks : {false, true}) {
+  const struct {
+    bool locks;
+    fs::path path;
+  } rows[] = {{false, device}, {true, device}, {false, node}, {true, node}};
+  for (const auto& [locks, path] : rows) {
     const pid_t holder = ::fork();
-    if (holder == 0) {  // opens another path where this user may make one
+    if (holder == 0) {
       const bool isBound = ::unshare(CLONE_NEWNS) == 0 &&
                            ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
                            ::mount(device.c_str(), node.c_str(), nullptr, MS_BIND, nullptr) == 0;
-      const int line = ::open(isBound ? node.c_str() : device.c_str(), O_RDONLY | O_NOCTTY);
+      if (path == node && !isBound) std::_Exit(1);
+      const int line = ::open(path.c_str(), O_RDONLY | O_NOCTTY);
       if (locks) ::flock(line, LOCK_EX);
       ::raise(SIGSTOP);
     }
-    ASSERT_EQ(::waitpid(holder, nullptr, WUNTRACED), holder);
+    int status = 0;
+    ASSERT_EQ(::waitpid(holder, &status, WUNTRACED), holder);
+    if (WIFEXITED(status)) GTEST_SKIP() << "Only the administrator may bind a device to a path.";
     EXPECT_EQ(refusal().description,
               "The serial port " + device + " is in use by another program: process " +
                   std::to_string(holder) +
@@ -254,6 +263,34 @@ TEST_F(LinuxLine, AProcessThatHoldsThePortWithOrWithoutALockIsNamedUntilItEnds) 
     ::kill(holder, SIGKILL);
     ASSERT_EQ(::waitpid(holder, nullptr, 0), holder);
     EXPECT_EQ(refusal().description, "opened");
+  }
+}
+
+TEST_F(LinuxLine, OneOfTwoProcessesThatOpenThePortAtTheSameMomentGetsIt) {
+  for (int round = 0; round < 10; ++round) {
+    std::array<int, 2> start{};
+    std::array<int, 2> results{};
+    ASSERT_EQ(::pipe(start.data()) + ::pipe(results.data()), 0);
+    std::array<pid_t, 2> processes{};
+    for (pid_t& process : processes) {
+      process = ::fork();
+      if (process != 0) continue;
+      ::close(start[1]);
+      char result = 0;
+      static_cast<void>(::read(start[0], &result, 1));  // until the test closes the other end
+      result = refusalOf([this] { port.open(); }).number == 0 ? 1 : 0;
+      static_cast<void>(::write(results[1], &result, 1));
+      ::pause();
+    }
+    ::close(start[1]);
+    std::array<char, 2> opened{};
+    for (char& result : opened) ASSERT_EQ(::read(results[0], &result, 1), 1);
+    for (const pid_t process : processes) {
+      ::kill(process, SIGKILL);
+      ::waitpid(process, nullptr, 0);
+    }
+    for (const int end : {start[0], results[0], results[1]}) ::close(end);
+    EXPECT_EQ(opened[0] + opened[1], 1) << round;
   }
 }
 
