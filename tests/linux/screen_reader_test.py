@@ -31,7 +31,7 @@ class Spoken(unittest.TestCase):
                             user.wait_until_ready()
                         user.press(key)  # the words of this key come after all else
                         said = " / ".join(said + reader.listen_until(words))
-                        for too_much in "C-1234567", WINDOW, BUTTON:
+                        for too_much in "C-1234567", WINDOW, BUTTON, "Asks the pod":
                             self.assertNotIn(too_much, said)
 
     def test_a_message_is_answered_by_a_key_that_is_pressed_after_it_has_been_spoken(self):

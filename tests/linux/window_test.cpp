@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include "app/frm_startup.h"
+#include "platform/qt/qt_application.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_form.h"
 #include "platform/shared/readable_color.h"
@@ -82,11 +83,16 @@ TEST(Window, KeepsTheResultReadableWhenTheThemeChangesAndWhenTheWindowIsInactive
   QApplication::setPalette(before);
 }
 
-// Looks at the message box that is shown next, and then answers it with a key.
+// Looks at the message box that is shown next, and then answers it with a key. The key was held
+// when the box came, so that its repeat comes first.
 void answerNextBox(Qt::Key key, const std::function<void(const QMessageBox&)>& look) {
   QTimer::singleShot(0, [=] {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     look(*box);
+    QKeyEvent repeat(QEvent::KeyPress, key, Qt::NoModifier, {}, true);
+    QSpontaneKeyEvent::setSpontaneous(&repeat);
+    qApp->notify(box->windowHandle(), &repeat);
+    EXPECT_TRUE(box->isVisible());
     QTest::keyClick(box, key);
   });
 }
@@ -133,6 +139,6 @@ TEST(MessageBox, ShowsTheMessageLetterForLetterWithItsWholeTitleAndAnswersNoToEs
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QApplication application(argc, argv);
+  const zendor::QtApplication application(argc, argv);
   return RUN_ALL_TESTS();
 }
