@@ -60,7 +60,7 @@ std::optional<COMSTAT> queuesOf(HANDLE device) {
   return queues;
 }
 
-// Waits for kReadLimitMs at most.
+// Waits for the end of the read, but hardly longer than kReadLimitMs.
 bool endsInTime(const OVERLAPPED& read) {
   const ULONGLONG start = GetTickCount64();
   while (!HasOverlappedIoCompleted(&read)) {
@@ -79,22 +79,24 @@ Win32SerialPort::~Win32SerialPort() { close(); }
 bool Win32SerialPort::isOpen() const { return device_ != nullptr; }
 
 void Win32SerialPort::open() {
-  const std::wstring path = LR"(\\.\)" + wideFromUtf8(deviceName());
+  const std::string name = deviceName();
+  const std::wstring path = LR"(\\.\)" + wideFromUtf8(name);
   constexpr DWORD kNotShared = 0;
   const HANDLE handle = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, kNotShared, nullptr,
                                     OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
-  if (handle == INVALID_HANDLE_VALUE) throw refusedOpen(deviceName(), GetLastError());
+  if (handle == INVALID_HANDLE_VALUE) throw refusedOpen(name, GetLastError());
   Handle device(handle);
   configure(handle);
   device_ = std::move(device);
 }
 
 void Win32SerialPort::configure(HANDLE device) const {
+  const std::string name = deviceName();
   DCB line = lineOf(baudRateOfSettings(configuration.settings, ERROR_INVALID_PARAMETER));
   SetupComm(device, kQueueSize, kQueueSize);  // a driver that refuses keeps its own queues
-  if (!SetCommState(device, &line)) throw refusedOpen(deviceName(), GetLastError());
+  if (!SetCommState(device, &line)) throw refusedOpen(name, GetLastError());
   COMMTIMEOUTS limits = timeouts();
-  if (!SetCommTimeouts(device, &limits)) throw refusedOpen(deviceName(), GetLastError());
+  if (!SetCommTimeouts(device, &limits)) throw refusedOpen(name, GetLastError());
 }
 
 // The close of a device cannot fail, not even when the adapter has been pulled out. It does not
@@ -106,7 +108,8 @@ void Win32SerialPort::close() {
   writes_.clear();
 }
 
-// As long as the driver has not ended a transfer, it may use the memory, which is then never freed.
+// The driver may use the memory of a transfer until the transfer has ended. So the memory of a
+// transfer that has not ended is never freed.
 void Win32SerialPort::leaveToDriver(std::unique_ptr<Transfer> transfer) {
   if (!HasOverlappedIoCompleted(&transfer->state)) static_cast<void>(transfer.release());
 }
@@ -154,8 +157,8 @@ std::size_t Win32SerialPort::bytesToSend() {
 }
 
 // Windows returns at once, and a driver that keeps its time-outs is done with the bytes after
-// kWriteTimeoutMs at the latest. A write that fails later is reported by the next write, which
-// hands over its own bytes all the same.
+// kWriteTimeoutMs at the latest. A write that fails later is reported by the next write. That next
+// write hands over its own bytes all the same.
 void Win32SerialPort::write(std::span<const std::uint8_t> bytes) {
   const DWORD earlier = settleWrites();
   Transfer& write = *writes_.emplace_back(std::make_unique<Transfer>());

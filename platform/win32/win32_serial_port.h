@@ -31,7 +31,8 @@ class Win32SerialPort final : public SerialPort {
   void write(std::span<const std::uint8_t> bytes) override;
 
  private:
-  // Bytes on their way to or from the driver, which uses both members until the transfer has ended.
+  // Bytes on their way to or from the driver. The driver uses both members until the transfer has
+  // ended.
   struct Transfer {
     std::vector<std::uint8_t> bytes;
     OVERLAPPED state{};
