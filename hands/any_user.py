@@ -189,6 +189,11 @@ class AnyUser:
 
         return self.wait_for(look, "A result")
 
+    def copy_elsewhere(self, text):
+        """Copies the text in another program. That one keeps it until somebody else copies."""
+        command = ["xclip", "-selection", "clipboard"]
+        subprocess.run(command, input=text, text=True, stdout=subprocess.DEVNULL, check=True)
+
     def wait_until_copied(self, text):
         command = ["xclip", "-o", "-selection", "clipboard"]
         self.wait_until(lambda: output_of(*command, check=False) == text, f'"{text}" copied')

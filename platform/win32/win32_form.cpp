@@ -123,6 +123,11 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       if (wParam == kCopyByKey) SendMessageW(resultBox_, WM_COPY, 0, 0);
       if (HIWORD(wParam) == BN_CLICKED) click(pointerIn<HWND>(lParam));
       return 0;
+    case WM_CONTEXTMENU:
+      // The menu has no place when a key asks for it. No control has another menu, so that it is
+      // the menu of the result box from anywhere in the window.
+      if (lParam != -1) break;
+      return SendMessageW(resultBox_, message, reinterpret_cast<WPARAM>(resultBox_), lParam);
     case WM_CLOSE:
       if (events_ != nullptr) events_->Form_Unload();
       return 0;

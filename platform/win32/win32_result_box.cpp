@@ -12,14 +12,25 @@ namespace {
 
 Rgb rgbOf(COLORREF color) { return {GetRValue(color), GetGValue(color), GetBValue(color)}; }
 
-// The selection stays as it was.
-void copyText(HWND box) {
+struct Selection {
   DWORD start = 0;
   DWORD end = 0;
-  SendMessageW(box, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
-  if (start == end) SendMessageW(box, EM_SETSEL, 0, -1);
+};
+
+// Selects the whole text when nothing is selected. Returns the selection before.
+Selection selectSomething(HWND box) {
+  Selection before;
+  SendMessageW(box, EM_GETSEL, reinterpret_cast<WPARAM>(&before.start),
+               reinterpret_cast<LPARAM>(&before.end));
+  if (before.start == before.end) SendMessageW(box, EM_SETSEL, 0, -1);
+  return before;
+}
+
+// The selection stays as it was.
+void copyText(HWND box) {
+  const Selection before = selectSomething(box);
   DefSubclassProc(box, WM_COPY, 0, 0);
-  SendMessageW(box, EM_SETSEL, start, static_cast<LPARAM>(end));
+  SendMessageW(box, EM_SETSEL, before.start, static_cast<LPARAM>(before.end));
 }
 
 // An edit control needs the focus to select with the mouse, so it gets the focus for the press. It
@@ -31,9 +42,11 @@ LRESULT CALLBACK boxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lPar
     case WM_LBUTTONDBLCLK:
       SetFocus(box);
       break;
+    case WM_CONTEXTMENU:
+      selectSomething(box);  // because "Copy" in the menu copies the selection alone
+      [[fallthrough]];
     case WM_LBUTTONUP:
-    case WM_RBUTTONUP:
-    case WM_CONTEXTMENU: {
+    case WM_RBUTTONUP: {
       const LRESULT result = DefSubclassProc(box, message, wParam, lParam);
       if (GetFocus() == box) SetFocus(GetParent(box));
       return result;

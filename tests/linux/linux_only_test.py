@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""What a user meets on Linux alone: keys in messages and in the menu of the result, what is told to
-a screen reader, adapters that come and go, and the locks on a port.
+"""What a user meets on Linux alone: keys in messages, what is told to a screen reader, adapters that
+come and go, and the locks on a port.
 
 Usage: linux_only_test.py linux WINDOW_ON_PORTS ZENDOR_POD_SIMULATOR
 """
@@ -64,22 +64,6 @@ class LinuxOnly(unittest.TestCase):
             user.box()
             user.press("ctrl+c")
             user.wait_until_copied("You Must Attach The Zendor!")
-
-    def test_the_menu_of_the_result_opens_with_the_keyboard_and_copies_what_there_is(self):
-        with Pod() as pod, User([WINDOW, pod.device]) as user:
-            user.press("Menu")
-            user.menu()
-            user.press("c")  # the key of "Copy", but there is nothing to copy yet
-            user.menu()
-            user.press("Escape", "Return")
-            user.wait_for_result()
-            user.wait_until_ready()
-            for key in ("Menu", "shift+F10"):
-                user.press(key)
-                user.menu()
-                user.press("c")
-                user.wait_until(lambda: user.find_menu() is None, "The end of the menu")
-            user.wait_until_copied("C-1234567")
 
     def test_takes_no_command_line(self):
         with User([WINDOW, "-platform", "nonsense"]) as user:  # the toolkit would obey this

@@ -169,6 +169,24 @@ class Request(unittest.TestCase):
             user.wait_until_copied("C-6")
             user.wait_until_focused(BUTTON)
 
+    def test_the_menu_of_the_result_opens_with_the_keyboard_and_copies_what_there_is(self):
+        with Pod() as pod, self.user(pod.device) as user:
+            user.copy_elsewhere("earlier")
+            user.press("Menu")
+            user.menu()
+            user.press("c", "Escape")  # the key of "Copy", but there is nothing to copy yet
+            user.wait_until(lambda: user.find_menu() is None, "The end of the menu")
+            user.press("Return")
+            user.wait_for_result()
+            user.wait_until_ready()
+            user.wait_until_copied("earlier")
+            for key in ("Menu", "shift+F10"):
+                user.press(key)
+                user.menu()
+                user.press("c")
+                user.wait_until(lambda: user.find_menu() is None, "The end of the menu")
+            user.wait_until_copied("C-1234567")
+
     def test_leaves_the_focus_where_the_user_puts_it_during_a_request(self):
         with Pod(*SLOW) as pod, self.user(pod.device) as user:
             user.press("Return")
