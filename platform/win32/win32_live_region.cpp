@@ -2,6 +2,8 @@
 
 #include <oleacc.h>
 
+#include <memory>
+
 // The library of the compiler knows the service by this name, its header by another one.
 extern "C" const CLSID CLSID_AccPropServices;
 
@@ -15,24 +17,44 @@ constexpr GUID kLiveSettingProperty{
     0xC12BCD8E, 0x2A8E, 0x4950, {0x8A, 0xE7, 0x36, 0x25, 0x11, 0x1D, 0x58, 0xEB}};
 constexpr LONG kAssertive = 2;
 
+constexpr auto kClient = static_cast<DWORD>(OBJID_CLIENT);
+
+struct ReleaseServices {
+  void operator()(IAccPropServices* services) const { services->Release(); }
+};
+
+// The service of Windows that tells screen readers more about a window than the window itself does.
+// Null where Windows lacks it.
+std::unique_ptr<IAccPropServices, ReleaseServices> propertyServices() {
+  IAccPropServices* services = nullptr;
+  CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER, IID_IAccPropServices,
+                   reinterpret_cast<void**>(&services));
+  return std::unique_ptr<IAccPropServices, ReleaseServices>(services);
+}
+
 }  // namespace
 
 void makeLiveRegion(HWND window) {
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-  IAccPropServices* services = nullptr;
-  if (CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER, IID_IAccPropServices,
-                       reinterpret_cast<void**>(&services)) != S_OK) {
-    return;
-  }
   VARIANT setting{};
   setting.vt = VT_I4;
   setting.lVal = kAssertive;
-  services->SetHwndProp(window, static_cast<DWORD>(OBJID_CLIENT), CHILDID_SELF,
-                        kLiveSettingProperty, setting);
-  services->Release();
+  if (const auto services = propertyServices()) {
+    services->SetHwndProp(window, kClient, CHILDID_SELF, kLiveSettingProperty, setting);
+  }
 }
 
-void announceLiveRegion(HWND window) {
+// A screen reader speaks the name of a live region. Without a name of its own, an edit control has
+// that of the label before it.
+void announceInLiveRegion(HWND window, const std::wstring& text) {
+  const auto services = propertyServices();
+  if (text.empty()) {
+    if (services) services->ClearHwndProps(window, kClient, CHILDID_SELF, &PROPID_ACC_NAME, 1);
+    return;
+  }
+  if (services) {
+    services->SetHwndPropStr(window, kClient, CHILDID_SELF, PROPID_ACC_NAME, text.c_str());
+  }
   NotifyWinEvent(EVENT_OBJECT_LIVEREGIONCHANGED, window, OBJID_CLIENT, CHILDID_SELF);
 }
 

@@ -3,13 +3,15 @@
 
 #include <windows.h>
 
+#include <string>
+
 namespace zendor {
 
 // Marks the window as a live region, for its whole life. Where Windows lacks the service, nothing
 // is marked, and the texts can still be read.
 void makeLiveRegion(HWND window);
 
-// Tells screen readers that the live region has a new text.
-void announceLiveRegion(HWND window);
+// Tells screen readers the text that the live region shows from now on. An empty text is not spoken.
+void announceInLiveRegion(HWND window, const std::wstring& text);
 
 }  // namespace zendor

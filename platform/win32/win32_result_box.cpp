@@ -76,7 +76,7 @@ HWND createResultBox(HWND frame, const FormControl& description) {
 
 void setResult(HWND box, const std::wstring& text) {
   SetWindowTextW(box, text.c_str());
-  if (!text.empty()) announceLiveRegion(box);
+  announceInLiveRegion(box, text);
 }
 
 HBRUSH colorResultBox(HDC context) {

@@ -1,24 +1,32 @@
-// Prints the text of every live region that a program announces, as a screen reader would speak it,
-// until somebody ends this listener. Its first line says that it listens.
+// Prints the text of every live region that a program announces, as accessibility shows the text to
+// other programs, until somebody ends this listener. Its first line says that it listens. The text
+// is the value of the region. Its name cannot be heard under Wine, because Wine takes no name for a
+// window from a program.
+#include <oleacc.h>
 #include <windows.h>
 
 #include <iostream>
-#include <string>
 
 #include "platform/win32/win32_text.h"
 
 namespace {
 
-void CALLBACK speak(HWINEVENTHOOK, DWORD, HWND window, LONG, LONG, DWORD, DWORD) {
-  wchar_t text[256];
-  const LRESULT length =
-      SendMessageW(window, WM_GETTEXT, std::size(text), reinterpret_cast<LPARAM>(text));
-  std::cout << zendor::utf8FromWide({text, static_cast<std::size_t>(length)}) << std::endl;
+void CALLBACK speak(HWINEVENTHOOK, DWORD, HWND window, LONG object, LONG child, DWORD, DWORD) {
+  IAccessible* region = nullptr;
+  VARIANT self{};
+  BSTR text = nullptr;
+  if (AccessibleObjectFromEvent(window, object, child, &region, &self) == S_OK) {
+    region->get_accValue(self, &text);
+    region->Release();
+  }
+  std::cout << (text != nullptr ? zendor::utf8FromWide(text) : "no text") << std::endl;
+  SysFreeString(text);
 }
 
 }  // namespace
 
 int main() {
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
   SetWinEventHook(EVENT_OBJECT_LIVEREGIONCHANGED, EVENT_OBJECT_LIVEREGIONCHANGED, nullptr, &speak,
                   0, 0, WINEVENT_OUTOFCONTEXT);
   std::cout << "listening" << std::endl;
