@@ -51,15 +51,15 @@ TEST(Trace, ShowsWhatCameBeforeAMessageWhatCameLateAndAFrameThatIsRefused) {
   port.discardWaiting();
   EXPECT_EQ(platform.log.back(), "discard");
   platform.clock.now = 4;
+  port.readAll();
   port.write(kPoll);
   platform.line.writeError = PortError{5, "gone"};
   EXPECT_THROW(port.write(kSerial), PortError);
   platform.line.waiting = {9};
-  port.readAll();
   port.close();
   EXPECT_EQ(errors.str(),
             "     0 > 80 0 1 254 177\n     0 < 0 0\nTitle: gone\nagain?\n     3 < 0 0 0 | 7\n"
-            "     4 > 80 0 1 254 177\n     4 > 80 0 1 242 189\n     4 < | 9\n");
+            "     4 > 80 0 1 254 177\n     4 > 80 0 1 242 189\n     4 < 9\n");
 }
 
 TEST(ConsoleDesktop, AsksNobody) {

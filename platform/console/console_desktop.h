@@ -10,8 +10,8 @@ namespace zendor {
 
 class ConsoleDesktop final : public Desktop {
  public:
-  // The messages go to the stream. Before each message the given function is called, which can
-  // finish what it is writing to the same stream.
+  // The messages go to the stream. The given function is called before each message, so that
+  // whoever writes to the same stream can finish a line there first.
   explicit ConsoleDesktop(
       std::ostream& messages, std::function<void()> beforeMessage = [] {});
 
@@ -22,7 +22,7 @@ class ConsoleDesktop final : public Desktop {
   void processEvents() override;
 
  private:
-  // Without success, because the program had something else to do.
+  // The exit status is that of a failure, because what was asked for has not been done.
   void endProcess() override;
 
   std::ostream& messages_;

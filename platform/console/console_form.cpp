@@ -36,7 +36,7 @@ void ConsoleForm::setCaption(const ControlId& control, const std::string& captio
   std::ranges::find(shown_.controls, control, &FormControl::id)->caption = caption;
 }
 
-// Nobody else can press a button or has a keyboard focus here.
+// Without a screen there is no user who could press a disabled button, and no keyboard focus.
 void ConsoleForm::setEnabled(const ControlId&, bool) {}
 void ConsoleForm::setFocus(const ControlId&) {}
 

@@ -7,7 +7,7 @@ namespace zendor {
 
 namespace {
 
-constexpr int kTimeWidth = 6;  // a request takes ten seconds at the most
+constexpr int kTimeWidth = 6;  // enough for a quarter of an hour
 
 std::ostream& printBytes(std::ostream& stream, std::span<const std::uint8_t> bytes) {
   for (const unsigned byte : bytes) stream << ' ' << byte;
@@ -37,7 +37,9 @@ void TracedSerialPort::open() {
   port_.open();
 }
 
+// What still waits is read, because a close discards it.
 void TracedSerialPort::close() {
+  readWaiting();
   finishLine();
   port_.close();
 }
@@ -47,25 +49,29 @@ std::size_t TracedSerialPort::bytesWaiting() { return port_.bytesWaiting(); }
 std::span<const std::uint8_t> TracedSerialPort::readAll() {
   const auto bytes = port_.readAll();
   received_.insert(received_.end(), bytes.begin(), bytes.end());
-  receivedAt_ = elapsed();
+  if (!bytes.empty()) receivedAt_ = elapsed();
   return bytes;
 }
 
 // The bytes are read, so that a reply that came too late is written down.
 void TracedSerialPort::discardWaiting() {
-  if (bytesWaiting() > 0) readAll();
+  readWaiting();
   port_.discardWaiting();
 }
 
 std::size_t TracedSerialPort::bytesToSend() { return port_.bytesToSend(); }
 
-// The frame is written down first, because the write may be refused.
+// The frame is written down and counted first, because a write may be refused after some of its
+// bytes, or even all of them, have gone out.
 void TracedSerialPort::write(std::span<const std::uint8_t> bytes) {
   finishLine();
-  written_ = 0;
+  written_ = bytes.size();
   printBytes(trace_ << std::setw(kTimeWidth) << elapsed() << " >", bytes) << std::endl;
   port_.write(bytes);
-  written_ = bytes.size();
+}
+
+void TracedSerialPort::readWaiting() {
+  if (port_.bytesWaiting() > 0) readAll();
 }
 
 // The difference is unsigned, so that a wrap of the counter does no harm.

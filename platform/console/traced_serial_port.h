@@ -3,10 +3,10 @@
 //      0 > 80 0 1 254 177
 //     11 < 80 0 1 254 177 | 1 0 80 0 175
 //
-// ">" is one write, and "<" is all that came in until the next write, even if nobody read it. A bar
-// stands behind as many bytes as were written, because the line loops back and what is read begins
-// with the echo. The number in front is the time in milliseconds since the trace began; a "<" has
-// the time of its last byte.
+// A line with ">" is one write. A line with "<" is everything that came in before the next write or
+// the close, including bytes that the program discards unread. It begins with the echo of the
+// write, because the line loops back, and a bar ends the echo. The number in front is the time in
+// milliseconds since the trace began; at a "<" it is the time of the last byte.
 #pragma once
 
 #include <cstdint>
@@ -37,6 +37,7 @@ class TracedSerialPort final : public SerialPort {
   void write(std::span<const std::uint8_t> bytes) override;
 
  private:
+  void readWaiting();
   std::int64_t elapsed() const;
 
   SerialPort& port_;

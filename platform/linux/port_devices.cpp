@@ -3,6 +3,7 @@
 #include <fcntl.h>
 
 #include <array>
+#include <cctype>
 #include <cstddef>
 #include <iterator>
 #include <set>
@@ -61,13 +62,21 @@ std::set<Port> realPorts(const fs::path& terminals) {
   return ports;
 }
 
+// A device may call itself by any characters, and control characters would work on a terminal.
+std::string withoutControlCharacters(std::string text) {
+  std::erase_if(text, [](unsigned char c) { return std::iscntrl(c) != 0; });
+  return text;
+}
+
 // The name that the USB device of the port gives itself; empty for other ports. The search upwards
 // ends at that device, because the hub above it has a name of its own.
 std::string usbProductOf(const fs::path& port) {
   std::error_code error;
   fs::path device = fs::canonical(port, error);
   for (; device.has_relative_path(); device = device.parent_path()) {
-    if (fs::exists(device / "idVendor", error)) return firstLineOf(device / "product");
+    if (fs::exists(device / "idVendor", error)) {
+      return withoutControlCharacters(firstLineOf(device / "product"));
+    }
   }
   return {};
 }

@@ -1,9 +1,5 @@
 #include "platform/win32/win32_console.h"
 
-#include <windows.h>
-
-#include <iostream>
-
 #include "platform/win32/win32_text.h"
 
 namespace zendor {
@@ -17,25 +13,25 @@ bool isConsole(HANDLE stream) {
 
 }  // namespace
 
-ReadableErrors::ReadableErrors() : former_(std::cerr.rdbuf()) {
-  if (isConsole(GetStdHandle(STD_ERROR_HANDLE))) std::cerr.rdbuf(this);
+ReadableOnConsole::ReadableOnConsole(std::ostream& stream, DWORD handleNumber)
+    : stream_(stream), former_(stream.rdbuf()), console_(GetStdHandle(handleNumber)) {
+  if (isConsole(console_)) stream_.rdbuf(this);
 }
 
-ReadableErrors::~ReadableErrors() { std::cerr.rdbuf(former_); }
+ReadableOnConsole::~ReadableOnConsole() { stream_.rdbuf(former_); }
 
-ReadableErrors::int_type ReadableErrors::overflow(int_type character) {
+ReadableOnConsole::int_type ReadableOnConsole::overflow(int_type character) {
   const char single = traits_type::to_char_type(character);
-  xsputn(&single, 1);
-  return traits_type::not_eof(character);
+  return xsputn(&single, 1) == 1 ? traits_type::not_eof(character) : traits_type::eof();
 }
 
-// Every text comes whole, because std::cerr keeps nothing back.
-std::streamsize ReadableErrors::xsputn(const char* text, std::streamsize size) {
+// Every text comes whole, because nothing is kept back here.
+std::streamsize ReadableOnConsole::xsputn(const char* text, std::streamsize size) {
   const std::wstring wide = wideFromUtf8({text, static_cast<std::size_t>(size)});
   DWORD written = 0;
-  WriteConsoleW(GetStdHandle(STD_ERROR_HANDLE), wide.data(), static_cast<DWORD>(wide.size()),
-                &written, nullptr);
-  return size;
+  const BOOL done =
+      WriteConsoleW(console_, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
+  return done ? size : 0;
 }
 
 }  // namespace zendor

@@ -53,7 +53,8 @@ std::string describePort(int portNumber) {
   const std::string name = comPortOf(portNumber);
   const std::wstring wideName = wideFromUtf8(name);
   wchar_t device[MAX_PATH];
-  if (QueryDosDeviceW(wideName.c_str(), device, MAX_PATH) == 0) {
+  if (QueryDosDeviceW(wideName.c_str(), device, MAX_PATH) == 0 &&
+      GetLastError() == ERROR_FILE_NOT_FOUND) {
     return "no such port on this computer";
   }
   const std::string product = productOf(wideName);

@@ -90,7 +90,7 @@ class LinuxLine : public testing::Test {
 TEST_F(LinuxLine, CountsTheRealPortsOnBoardFirstThenAdaptersByNumber) {
   const std::pair<const char*, const char*> files[] = {
       {"usb/idVendor", "1d6b"},      {"usb/product", "Hub"},
-      {"usb/1/idVendor", "067b"},    {"usb/1/product", "USB-Serial Controller"},
+      {"usb/1/idVendor", "067b"},    {"usb/1/product", "USB-\033Serial Controller"},
       {"usb/2/idVendor", "067b"},    {"class/tty/ttyS0/type", "4"},
       {"class/tty/ttyS1/type", "0"},  // a place without a chip
       {"class/tty/ttyS2/type", "3"}, {"class/tty/ttyS10/type", "4"},

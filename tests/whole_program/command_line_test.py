@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 """What the command for scripts prints for its options."""
 
+import os
 import re
 import sys
 import unittest
@@ -42,11 +43,16 @@ class CommandLine(unittest.TestCase):
                     self.assertEqual(TIME.sub("", done.stderr), trace)
 
     def test_tells_where_the_standard_output_takes_nothing(self):
+        reader, closed = os.pipe()
+        os.close(reader)
+        self.addCleanup(os.close, closed)
         with Pod("--serial-number", "7") as pod, open("/dev/full", "w") as full:
             port = self.platform.name_port(pod.device)
-            for arguments, text in ([port], "C-7\n"), (["--list"], "4: "), (["--help"], "PORT"):
-                with self.subTest(arguments):
-                    done = self.platform.run_command(*arguments, stdout=full)
+            rows = [([port], full, "C-7\n"), ([port], closed, "C-7\n"), (["--list"], full, "4: "),
+                    (["--help"], closed, "PORT")]
+            for arguments, output, text in rows:
+                with self.subTest(arguments, output=output):
+                    done = self.platform.run_command(*arguments, stdout=output)
                     self.assertEqual(done.returncode, 1)
                     self.assertIn(text, done.stderr)
 

@@ -1,10 +1,17 @@
 // The command on the serial ports of a Linux computer.
+#include <clocale>
+#include <csignal>
+
 #include "platform/linux/linux_serial_port.h"
 #include "platform/linux/port_devices.h"
 #include "program/command/serial_number_command.h"
 
 int main(int argc, char** argv) {
   using namespace zendor;
+  // The system's own words come in the user's language, as in the window.
+  std::setlocale(LC_CTYPE, "");
+  std::setlocale(LC_MESSAGES, "");
+  std::signal(SIGPIPE, SIG_IGN);  // so that a closed pipe is a failed write, as a full disk is
   const PortDevices devices;
   return runSerialNumberCommand(
       argc, argv,

@@ -1,6 +1,7 @@
 // The command on the serial ports of a Windows computer.
 #include <algorithm>
 #include <cctype>
+#include <iostream>
 
 #include "platform/win32/win32_console.h"
 #include "platform/win32/win32_port_devices.h"
@@ -20,7 +21,8 @@ bool isComPort(std::string text) {
 
 int main(int argc, char** argv) {
   using namespace zendor;
-  const ReadableErrors errors;
+  const ReadableOnConsole output(std::cout, STD_OUTPUT_HANDLE);
+  const ReadableOnConsole errors(std::cerr, STD_ERROR_HANDLE);
   return runSerialNumberCommand(
       argc, argv,
       {.name = "ZendorSerialNumber",
