@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The message boxes of the Windows program on a screen.
+"""The texts of the Windows program outside of its window: message boxes on a screen, a console.
 
 Usage: desktop_test.py windows BUILD_FOLDER ZENDOR_POD_SIMULATOR
 """
@@ -11,7 +11,7 @@ from windows_platform import Windows
 
 
 class Desktop(unittest.TestCase):
-    def test_shows_texts_beyond_the_code_page_and_returns_the_answer(self):
+    def test_shows_texts_beyond_the_code_page(self):
         windows = Windows(sys.argv[2])
         self.addCleanup(windows.close)
         windows.set_up()

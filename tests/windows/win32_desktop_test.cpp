@@ -1,10 +1,13 @@
-// The message boxes of the Windows program, answered by another thread as by a user.
+// The message boxes of the Windows program, answered by another thread as by a user, and the texts
+// on a console.
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include <array>
+#include <iostream>
 #include <thread>
 
+#include "platform/win32/win32_console.h"
 #include "platform/win32/win32_desktop.h"
 #include "platform/win32/win32_text.h"
 
@@ -41,6 +44,27 @@ TEST(Win32Desktop, ShowsTextsBeyondTheCodePageAndReturnsTheUsersAnswer) {
     user.join();
     EXPECT_EQ(shown, kText);
   }
+}
+
+TEST(Win32Console, ShowsTextsBeyondTheCodePageAndTellsThatItIsGone) {
+  FreeConsole();
+  AllocConsole();
+  const HANDLE console = CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_WRITE,
+                                     nullptr, OPEN_EXISTING, 0, nullptr);
+  const HANDLE before = GetStdHandle(STD_OUTPUT_HANDLE);
+  SetStdHandle(STD_OUTPUT_HANDLE, console);
+  {
+    const ReadableOnConsole output(std::cout, STD_OUTPUT_HANDLE);
+    std::cout << kText << std::flush;
+    std::array<wchar_t, 7> shown{};
+    DWORD count = 0;
+    ReadConsoleOutputCharacterW(console, shown.data(), shown.size() - 1, {}, &count);
+    EXPECT_EQ(utf8FromWide(shown.data()), kText);
+    CloseHandle(console);
+    EXPECT_FALSE(std::cout << "lost");
+    std::cout.clear();
+  }
+  SetStdHandle(STD_OUTPUT_HANDLE, before);
 }
 
 }  // namespace
