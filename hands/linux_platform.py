@@ -25,7 +25,7 @@ ForegroundNormal={background}
 
 class Linux:
     densities = [{"density": density} for density in (96, 120, 144, 192)]
-    densities.append({"density": 96, "font": 20})
+    densities += [{"density": 96, "font": 20}, {"density": 192, "font": 20}]
     holds = [({}, User.open_menu), ({}, User.open_menu_of_result), ({}, User.press_title_bar),
              ({}, User.hold_title_bar)]
     write_refusal = r"^Unhandled Error number 5\n.* is gone: .*\nOccured in LL_Serial_SendMessage$"

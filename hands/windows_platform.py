@@ -56,7 +56,7 @@ class Windows:
     computer."""
 
     densities = [{"density": density} for density in (96, 120, 144, 192)]
-    densities.append({"density": 96, "font": LARGE})
+    densities += [{"density": 96, "font": LARGE}, {"density": 192, "font": LARGE}]
     # The title bar is held without the window manager, because Windows then draws one of its own.
     holds = [({}, AnyUser.open_menu), ({}, AnyUser.open_menu_of_result),
              ({}, AnyUser.open_system_menu), ({"managed": "N"}, AnyUser.press_title_bar),

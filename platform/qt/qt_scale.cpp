@@ -47,7 +47,10 @@ FormScale scaleOf(const QWidget& window, int frameHeight, const FormDescription&
   const double share = shareOnScreen(screen, frameHeight, description, dotsPerInch * growth);
   FormScale scale{dotsPerInch * growth * share, growth * share, share};
   // The circles of option buttons do not shrink, so that their captions have to make room for them.
-  while (share < 1 && growthForCaptions(description, scale) > 1) scale.defaultFont *= 0.98;
+  constexpr double kLeastFont = 0.1;
+  while (share < 1 && scale.defaultFont > kLeastFont && growthForCaptions(description, scale) > 1) {
+    scale.defaultFont *= 0.98;
+  }
   return scale;
 }
 

@@ -98,7 +98,7 @@ class Appearance(unittest.TestCase):
             _, top, _, bottom = picture.edges()
             left, right, end = picture.ink()
             self.assertTrue(len(top) == len(bottom) == 1 and right < end, f'"{text}" is clipped')
-            self.assertAlmostEqual(left, end - right, delta=4, msg=text)
+            self.assertAlmostEqual(left, end - right, delta=4 * density / 96, msg=text)
             expected = ink_width(text, points, density)
             self.assertAlmostEqual(right - left, expected, delta=expected * 0.03, msg=text)
         for option in OPTIONS:  # the circle may touch the left edge
