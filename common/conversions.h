@@ -41,8 +41,9 @@ std::string Tool_PadText(bool padLeft, std::string_view text, std::size_t width,
 // with no number gives 0.
 double Tool_TextToNumber(std::string_view text);
 
-// The numbers of a list, rounded to bytes; count receives how many they are. An item without a
-// number counts as 0. The result is empty when an item is empty or lies outside 0 to 255.
+// The numbers of a list, each rounded to a byte, and in count how many there are. An item that does
+// not begin with a number counts as 0. There is no result when an item is empty or lies outside 0
+// to 255.
 std::optional<std::vector<std::uint8_t>> Tool_DecimalToArray(std::string_view text,
                                                              bool commaSeparated, int& count);
 

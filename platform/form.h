@@ -19,8 +19,8 @@ struct ControlId {
 };
 
 // A result box is a label with a single-line border and the system's highlight-text colour behind
-// it. Its text can be copied and is readable in every theme. The label described before it names
-// it.
+// it. Its text can be copied and is readable in every theme. The label described before it is its
+// heading.
 enum class ControlKind { Label, ResultBox, OptionButton, PushButton };
 
 struct TwipRect {
@@ -56,8 +56,8 @@ struct FormMenu {
   std::vector<std::string> items = {};  // their captions; "-" is a separator
 };
 
-// A fixed-size dialog window without minimise and maximise buttons, centred at its first show on
-// the whole screen, a panel's share included.
+// A dialog window of fixed size without minimise and maximise buttons. When it is first shown, it
+// stands in the middle of the whole screen, and the part under a panel counts as screen, too.
 struct FormDescription {
   std::string caption = {};
   int width = 0;

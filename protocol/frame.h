@@ -27,14 +27,15 @@ struct FrameStores {
   std::array<std::uint8_t, 1024> RxBuffer{};
   std::size_t RxCount = 0;
 
-  // The data of the last reply that had the right length. Only after a success do they count, and
-  // only the first RxDataCount of them, because a reply without data leaves the bytes of an earlier
-  // reply in place.
+  // The data of the last reply that had the right length. They are valid after a success only, and
+  // then only the first RxDataCount of them, because a reply without data leaves the bytes of an
+  // earlier reply in place.
   std::vector<std::uint8_t> RxData;
   std::int16_t RxDataCount = 0;
 };
 
-// Makes the sum of the bytes and itself a multiple of 256.
+// The checksum of a frame that consists of the bytes: the sum of the bytes and the checksum is a
+// multiple of 256.
 std::uint8_t checksumOf(std::span<const std::uint8_t> bytes);
 
 // Builds TxBuffer and TxLength from the items, header first; nothing of the previous frame

@@ -19,7 +19,7 @@ struct Command {
   std::string request;  // decimal numbers joined by ",": the header, then the data in wire order
   int destination = 0;  // the device's address
   int source = 0;       // the host's own address
-  int timeoutMs = 0;    // of one attempt, from the return of the write
+  int timeoutMs = 0;    // of one attempt, counted from the end of the write
   std::string displayName;
   ReplyFormat replyFormat = ReplyFormat::Hidden;
   bool reverseData = false;      // turns the reply's data round, in RxData too

@@ -26,8 +26,8 @@ class FaultPlan {
   FaultPlan() = default;
   FaultPlan(std::vector<FaultRule> rules) : rules_(std::move(rules)) {}
 
-  // The fault that strikes a request with this header. The first rule that fits and is not used up
-  // decides, and this uses it up by one. Without such a rule it is the fault that spoils nothing.
+  // The fault that strikes a request with this header: that of the first rule for the header with
+  // a use left, and the call takes that use. Without such a rule, the fault spoils nothing.
   const Fault& next(std::uint8_t header);
 
   // Whether a request yet to come can lose its echo.

@@ -35,8 +35,9 @@ std::string pathOfOtherEnd(int master) {
   return path.data();
 }
 
-// Leaves the other end without unread bytes, and so that it translates none. All this is done from
-// this end, because a program that opens the other end meanwhile must not find it in use.
+// Discards the bytes that nobody has read at the other end, and has that end pass all bytes
+// unchanged. Both are done from this end, because a program that opens the other end meanwhile must
+// not find it in use.
 bool clean(int master) {
   termios settings{};
   if (::tcflush(master, TCOFLUSH) != 0 || ::tcgetattr(master, &settings) != 0) return false;

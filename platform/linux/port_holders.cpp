@@ -42,7 +42,8 @@ bool isDevice(const struct statx& file, const struct stat& device) {
 }
 
 bool isAmong(const Folder& descriptors, const struct stat& device) {
-  // The status is what the system knows by itself, because a file server may never answer.
+  // Only what the system knows by itself is asked for, because a file can lie on a server that
+  // never answers.
   constexpr int kWhatIsKnown = AT_STATX_DONT_SYNC | AT_NO_AUTOMOUNT;
   while (const char* const number = nextNumber(descriptors)) {
     struct statx file {};
@@ -57,11 +58,12 @@ bool isAmong(const Folder& descriptors, const struct stat& device) {
 // Processes that were started by one login, or by one service, share a session and its terminal.
 struct Session {
   long number = 0;
-  unsigned int terminal = 0;  // as the system writes a number of a device
+  unsigned int terminal = 0;  // its number as the file "stat" has it, 0 for none
 };
 
-// The session of a process. The fields are separated by blanks and follow the name in parentheses,
-// which may hold any character.
+// The session of a process, from its file "stat". The fields there are separated by blanks. They
+// follow the name of the process in parentheses, and the name may hold any character, even a
+// parenthesis.
 Session sessionOf(const fs::path& process) {
   std::ifstream file(process / "stat");
   std::string text;
@@ -75,7 +77,8 @@ Session sessionOf(const fs::path& process) {
   return session;
 }
 
-// The low byte of the minor number, the major number, then the rest of the minor number.
+// From the lowest bit on, the number has eight bits of the minor number, twelve of the major number
+// and the rest of the minor number.
 dev_t deviceNumber(unsigned int terminal) {
   return makedev((terminal >> 8U) & 0xFFFU, (terminal & 0xFFU) | ((terminal >> 12U) & 0xFFF00U));
 }

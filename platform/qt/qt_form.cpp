@@ -47,7 +47,7 @@ int titleBarHeight(const QWidget& window) {
   return window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
 }
 
-// Puts the window in the middle of the whole screen, a panel's share included.
+// Puts the window in the middle of the whole screen. The part under a panel counts as screen, too.
 void centreOnScreen(QWidget& window) {
   const int titleBar = titleBarHeight(window);
   const QSize framed = window.sizeHint() + QSize(0, titleBar);

@@ -13,10 +13,9 @@ struct FormScale {
   double defaultFont = 0;  // what the size of the user's font is multiplied by
 };
 
-// The density of the window's screen, times what the captions in the user's font need: one factor
-// for the whole form, so that a large font makes the form grow. A form that would not fit on the
-// screen is shrunk as a whole, the user's font too. What the window shows around the client area is
-// as high as the frame.
+// One factor for the whole form: the density of the window's screen, times the growth that the
+// captions need in the user's font. A form that would be larger than the screen is shrunk as a
+// whole, and the user's font with it. The frame is title bar and menu bar.
 FormScale scaleOf(const QWidget& window, int frameHeight, const FormDescription& description);
 
 }  // namespace zendor

@@ -69,7 +69,8 @@ WindowCalls::Function WindowCalls::takeFirst() {
   return first;
 }
 
-// A thread takes what is sent to its windows in every loop that it runs, those of Windows included.
+// A message that is sent reaches the window in every loop that its thread runs, also in a loop that
+// Windows runs for a menu or a move.
 void WindowCalls::wake() const { SendNotifyMessageW(window_, kWake, 0, 0); }
 
 // Wakes again and again, in case that a message was lost.

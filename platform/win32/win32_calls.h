@@ -38,8 +38,8 @@ class WindowCalls {
   // For the window's procedure: true when the message was the one that wakes.
   bool serve(UINT message);
 
-  // For the message loop, after each message: runs the function of callModal. There, no loop that
-  // Windows runs for a menu or a move can be around the function.
+  // Runs the function of callModal, if one waits. The message loop calls this after each message,
+  // so that the function does not run within a loop that Windows runs for a menu or a move.
   void serveModal();
 
  private:

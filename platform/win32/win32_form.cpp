@@ -164,8 +164,8 @@ void Win32Form::noteFocus() {
   if (focus != resultBox_ && IsChild(window_, focus)) focused_ = focus;
 }
 
-// The window is looked up, because another program can send any number in its place, and such a
-// program can press a button that is disabled.
+// Another program can send any number in the place of the window, and can press a button that is
+// disabled. So the window is looked up among the controls, and the button has to be enabled.
 void Win32Form::click(HWND window) {
   const auto control = std::ranges::find(controls_, window, &Win32Control::window);
   if (control == controls_.end() || control->kind != ControlKind::PushButton) return;
@@ -174,8 +174,9 @@ void Win32Form::click(HWND window) {
   SetEvent(click_.get());
 }
 
-// A call takes the click, because calls are served in their order: those of the former click, which
-// may have disabled the button, have been served by then.
+// The click is taken in a call, because calls are served in their order. By then the calls of the
+// click before have been served, and one of them may have disabled the button and dropped this
+// click.
 void Win32Form::raiseClicks() {
   for (;;) {
     WaitForSingleObject(click_.get(), INFINITE);

@@ -22,8 +22,8 @@ namespace zendor {
 // in those loops only as often as a timer fires, and a slow driver would freeze the window all the
 // same.)
 //
-// What changes here belongs to the window's thread. Form_Unload comes on that thread, even during a
-// click.
+// The members that change are used on the window's thread alone. Form_Unload is raised on that
+// thread, even while a click is being served on the other one.
 class Win32Form final : public Form {
  public:
   explicit Win32Form(FormDescription description);

@@ -11,8 +11,8 @@ namespace zendor {
 
 namespace {
 
-// LiveSetting_Property_GUID and the live setting "assertive" of Windows' UI Automation, which the
-// headers of the compiler lack. Assertive texts are spoken at once.
+// LiveSetting_Property_GUID and the live setting "assertive" of Windows' UI Automation. The headers
+// of the compiler lack both. Assertive texts are spoken at once.
 constexpr GUID kLiveSettingProperty{
     0xC12BCD8E, 0x2A8E, 0x4950, {0x8A, 0xE7, 0x36, 0x25, 0x11, 0x1D, 0x58, 0xEB}};
 constexpr LONG kAssertive = 2;

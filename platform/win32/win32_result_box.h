@@ -10,12 +10,13 @@
 
 namespace zendor {
 
-// Makes the box as a child of the frame, without a place and a font yet. It has the keyboard focus
-// only while the mouse is at work in it and gives the focus to the frame afterwards. WM_COPY copies
-// what is selected, or the whole text when nothing is.
+// Makes the box as a child of the frame, without a place and a font yet. The box has the keyboard
+// focus only while the mouse is at work in it, and gives the focus to the frame afterwards. WM_COPY
+// copies the selection, or the whole text when nothing is selected. WM_CONTEXTMENU opens a menu
+// that copies the same.
 HWND createResultBox(HWND frame, const FormControl& description);
 
-// Shows the text, which screen readers speak unless it is empty.
+// Shows the text and tells it to screen readers, unless it is empty.
 void setResult(HWND box, const std::wstring& text);
 
 // For the box's WM_CTLCOLORSTATIC, which comes to the frame: sets the colours of the text and
