@@ -41,7 +41,7 @@ int main(int, char** argv) {
 
   struct Line {
     std::string device;
-    std::string words;
+    std::string product;
   };
   const std::map<int, Line> lines{
       {1, {customer.device(), "customer pod 1234567"}},
@@ -49,9 +49,10 @@ int main(int, char** argv) {
       {3, {empty.device(), "no pod"}},
       {4, {held.device(), "held by another program"}},
   };
-  zendor::LinuxSerialPort port([&](int number) { return std::optional(lines.at(number).device); });
-  return zendor::runProgram(argv[0], port, [&](int number) {
-    const auto& [device, words] = lines.at(number);
-    return device + ", simulated: " + words;
+  zendor::LinuxSerialPort MSComm1(
+      [&](int number) { return std::optional(lines.at(number).device); });
+  return zendor::runProgram(argv[0], MSComm1, [&](int number) {
+    const auto& [device, product] = lines.at(number);
+    return device + ", simulated: " + product;
   });
 }

@@ -21,11 +21,6 @@ class SerialTest : public testing::Test, protected doubles::FakePlatform {
   PortControl control{line, desktop, reports};
 };
 
-TEST(BaudRates, AreTheFourteenAccepted) {
-  EXPECT_EQ(BaudRateList(), (std::vector<int>{110, 300, 600, 1200, 2400, 4800, 9600, 14400, 19200,
-                                              28800, 38400, 56000, 128000, 256000}));
-}
-
 auto fieldsOf(const PortConfiguration& c) {
   return std::tie(c.receiveThreshold, c.sendThreshold, c.handshaking, c.discardNulBytes,
                   c.inputMode, c.inputLength, c.portNumber, c.settings);

@@ -4,7 +4,7 @@
 
 namespace zendor {
 
-Regional systemRegional() {
+Regional userRegional() {
   const QLocale locale = QLocale::system();
   return {.decimalSeparator = locale.decimalPoint().toStdString(),
           .minusSign = locale.negativeSign().toStdString()};

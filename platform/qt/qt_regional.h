@@ -5,6 +5,6 @@
 
 namespace zendor {
 
-Regional systemRegional();
+Regional userRegional();
 
 }  // namespace zendor

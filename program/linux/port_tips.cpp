@@ -12,8 +12,8 @@ constexpr std::chrono::milliseconds kSecondLook{300};
 
 }  // namespace
 
-PortTips::PortTips(const QWidget& window, Words words)
-    : choices_(window.findChildren<QRadioButton*>()), words_(std::move(words)) {
+PortTips::PortTips(const QWidget& window, DescribePort describePort)
+    : choices_(window.findChildren<QRadioButton*>()), describePort_(std::move(describePort)) {
   for (auto* choice : choices_) choice->installEventFilter(this);
   // A device disappears from its folder before the system has forgotten the port, so a second look
   // follows the first.
@@ -32,16 +32,16 @@ bool PortTips::eventFilter(QObject* watched, QEvent* event) {
   return QObject::eventFilter(watched, event);
 }
 
-// Screen readers speak a description when it is set, so the same words are not set again. A device
+// Screen readers speak a description when it is set, so the same one is not set again. A device
 // may have a "<" in its name; a tooltip would take that for markup.
 void PortTips::refresh() {
   for (int index = 0; index < choices_.size(); ++index) {
     QRadioButton& choice = *choices_[index];
-    const QString words = QString::fromStdString(words_(index + 1));
-    if (words == choice.accessibleDescription()) continue;
-    choice.setAccessibleDescription(words);
+    const QString port = QString::fromStdString(describePort_(index + 1));
+    if (port == choice.accessibleDescription()) continue;
+    choice.setAccessibleDescription(port);
     choice.setToolTip(
-        Qt::mightBeRichText(words) ? Qt::convertFromPlainText(words, Qt::WhiteSpaceNoWrap) : words);
+        Qt::mightBeRichText(port) ? Qt::convertFromPlainText(port, Qt::WhiteSpaceNoWrap) : port);
   }
 }
 

@@ -13,11 +13,11 @@ namespace zendor {
 
 class PortTips final : public QObject {
  public:
-  // The words for a port, UTF-8.
-  using Words = std::function<std::string(int port)>;
+  // The device behind a port, for people, UTF-8.
+  using DescribePort = std::function<std::string(int portNumber)>;
 
   // The first option button of the window chooses port 1, and so on. The window outlives the tips.
-  PortTips(const QWidget& window, Words words);
+  PortTips(const QWidget& window, DescribePort describePort);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -26,7 +26,7 @@ class PortTips final : public QObject {
   void refresh();
 
   QList<QRadioButton*> choices_;
-  Words words_;
+  DescribePort describePort_;
   QFileSystemWatcher devices_;
   QTimer later_;
 };

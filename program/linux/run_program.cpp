@@ -11,7 +11,8 @@
 
 namespace zendor {
 
-int runProgram(char* name, SerialPort& MSComm1, std::function<std::string(int port)> words) {
+int runProgram(char* name, SerialPort& MSComm1,
+               std::function<std::string(int portNumber)> describePort) {
   // The menu stays in the window. Otherwise Qt would first ask the desktop for a menu bar of its
   // own, and that takes a while.
   QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
@@ -21,9 +22,9 @@ int runProgram(char* name, SerialPort& MSComm1, std::function<std::string(int po
   const QtApplication application(count, arguments);
   QApplication::setDesktopFileName("zendor-serial-extractor");
   const SteadyClock clock;
-  const Regional regional = systemRegional();
+  const Regional regional = userRegional();
   QtForm form(frmStartup::description());
-  const PortTips tips(form.window(), std::move(words));
+  const PortTips tips(form.window(), std::move(describePort));
   QtDesktop desktop(form.window());
   frmStartup startup(form, MSComm1, desktop, clock, regional, kVersion);
   form.show(startup);

@@ -9,7 +9,8 @@
 namespace zendor {
 
 // Shows the window and serves it until the program ends. The name is the one that the program was
-// started by; the words tell which device is behind a port, UTF-8.
-int runProgram(char* name, SerialPort& MSComm1, std::function<std::string(int port)> words);
+// started by. describePort tells the device behind a port, for people, UTF-8.
+int runProgram(char* name, SerialPort& MSComm1,
+               std::function<std::string(int portNumber)> describePort);
 
 }  // namespace zendor

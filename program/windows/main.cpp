@@ -13,9 +13,9 @@
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   using namespace zendor;
   Win32Form form(frmStartup::description());
-  Win32SerialPort port{&comPortOf};
+  Win32SerialPort MSComm1{&comPortOf};
   Win32Desktop desktop(form.calls());
   const SteadyClock clock;
-  frmStartup startup(form, port, desktop, clock, userRegional(), kVersion);
+  frmStartup startup(form, MSComm1, desktop, clock, userRegional(), kVersion);
   form.run(startup);
 }

@@ -14,8 +14,8 @@ int main(int argc, char** argv) {
     const auto place = static_cast<std::size_t>(port);  // place 0 has the program's name
     return place < arguments.size() ? std::optional(arguments[place]) : std::nullopt;
   };
-  zendor::LinuxSerialPort port(deviceOfPort);
-  return zendor::runProgram(argv[0], port, [&](int number) {
+  zendor::LinuxSerialPort MSComm1(deviceOfPort);
+  return zendor::runProgram(argv[0], MSComm1, [&](int number) {
     const auto device = deviceOfPort(number);
     return device && std::filesystem::exists(*device) ? *device : "no such port on this computer";
   });
