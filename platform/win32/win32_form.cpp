@@ -124,9 +124,7 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       if (HIWORD(wParam) == BN_CLICKED) click(pointerIn<HWND>(lParam));
       return 0;
     case WM_CONTEXTMENU:
-      // The menu has no place when a key asks for it. No control has another menu, so that it is
-      // the menu of the result box from anywhere in the window.
-      if (lParam != -1) break;
+      if (lParam != -1) break;  // without a place, a key asks for the window's only context menu
       return SendMessageW(resultBox_, message, reinterpret_cast<WPARAM>(resultBox_), lParam);
     case WM_CLOSE:
       if (events_ != nullptr) events_->Form_Unload();
@@ -174,9 +172,8 @@ void Win32Form::click(HWND window) {
   SetEvent(click_.get());
 }
 
-// The click is taken in a call, because calls are served in their order. By then the calls of the
-// click before have been served, and one of them may have disabled the button and dropped this
-// click.
+// The click is taken in a call, because calls are served in their order: first those of the click
+// before, one of which may have disabled the button and dropped this click.
 void Win32Form::raiseClicks() {
   for (;;) {
     WaitForSingleObject(click_.get(), INFINITE);
