@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <linux/major.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 
@@ -41,18 +42,28 @@ bool isDevice(const struct statx& file, const struct stat& device) {
          makedev(file.stx_dev_major, file.stx_dev_minor) == device.st_dev;
 }
 
-bool isAmong(const Folder& descriptors, const struct stat& device) {
+// What the open files of a process tell about a device.
+enum class Evidence { IsOpen, IsNotOpen, Unclear };
+
+// "/dev/tty" and "/dev/console" lead to a terminal that has a number of its own.
+bool isOtherName(const struct statx& file) { return file.stx_rdev_major == TTYAUX_MAJOR; }
+
+// The files are unclear where the system does not show them, or where one may be the device under
+// another name.
+Evidence evidenceOf(const Folder& descriptors, const struct stat& device) {
+  if (!descriptors) return Evidence::Unclear;
+  auto evidence = Evidence::IsNotOpen;
   // Only what the system knows by itself is asked for, because a file can lie on a server that
   // never answers.
   constexpr int kWhatIsKnown = AT_STATX_DONT_SYNC | AT_NO_AUTOMOUNT;
   while (const char* const number = nextNumber(descriptors)) {
     struct statx file {};
-    if (::statx(::dirfd(descriptors.get()), number, kWhatIsKnown, STATX_TYPE, &file) == 0 &&
-        isDevice(file, device)) {
-      return true;
-    }
+    const bool isShown =
+        ::statx(::dirfd(descriptors.get()), number, kWhatIsKnown, STATX_TYPE, &file) == 0;
+    if (isShown && isDevice(file, device)) return Evidence::IsOpen;
+    if (!isShown || isOtherName(file)) evidence = Evidence::Unclear;
   }
-  return false;
+  return evidence;
 }
 
 // Processes that were started by one login, or by one service, share a session and its terminal.
@@ -111,8 +122,9 @@ std::optional<std::string> otherHolderOf(const struct stat& device, const fs::pa
     if (number == self) continue;
     const fs::path process = processes / number;
     const Folder descriptors(::opendir((process / "fd").c_str()));
-    if (descriptors ? isAmong(descriptors, device)
-                    : isTerminalOf(sessionOf(process), own, device)) {
+    const Evidence evidence = evidenceOf(descriptors, device);
+    if (evidence == Evidence::IsOpen ||
+        (evidence == Evidence::Unclear && isTerminalOf(sessionOf(process), own, device))) {
       return std::string("process ") + number + " (" + nameOf(process) + ")";
     }
   }

@@ -169,8 +169,13 @@ TEST(PortHolders, ALoginOfAnotherUserIsFoundByTheTerminalOfItsSession) {
   }
   device.st_rdev = makedev(4, 0xFFFFF);
   std::ofstream(processes / "20/stat") << rows[0].status;
-  fs::create_directories(processes / "20/fd");  // files are shown, none is the port
-  EXPECT_EQ(otherHolderOf(device, processes).value_or(""), "");
+  fs::create_directories(processes / "20/fd");
+  for (const auto& [file, holder] :
+       {std::pair("/dev/null", ""), {"/dev/tty", kFound}, {"/none", kFound}}) {
+    fs::remove(processes / "20/fd/0");
+    fs::create_symlink(file, processes / "20/fd/0");
+    EXPECT_EQ(otherHolderOf(device, processes).value_or(""), holder) << file;
+  }
   fs::remove_all(processes);
 }
 
