@@ -277,10 +277,9 @@ TEST_F(LinuxLine, OneOfTwoProcessesThatOpenThePortAtTheSameMomentGetsIt) {
       if (process != 0) continue;
       ::close(start[1]);
       char result = 0;
-      static_cast<void>(::read(start[0], &result, 1));  // until the test closes the other end
-      result = refusalOf([this] { port.open(); }).number == 0 ? 1 : 0;
-      static_cast<void>(::write(results[1], &result, 1));
-      ::pause();
+      const bool begins = ::read(start[0], &result, 1) == 0;  // as the test closes the other end
+      result = begins && refusalOf([this] { port.open(); }).number == 0 ? 1 : 0;
+      if (::write(results[1], &result, 1) == 1) ::pause();
     }
     ::close(start[1]);
     std::array<char, 2> opened{};
