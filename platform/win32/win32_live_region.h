@@ -11,7 +11,8 @@ namespace zendor {
 // is marked, and the texts can still be read.
 void makeLiveRegion(HWND window);
 
-// Tells screen readers the text that the live region shows from now on. An empty text is not spoken.
+// Tells screen readers the text that the live region shows from now on. An empty text is not
+// spoken.
 void announceInLiveRegion(HWND window, const std::wstring& text);
 
 }  // namespace zendor
