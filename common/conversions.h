@@ -14,8 +14,8 @@
 
 namespace zendor {
 
-// The finite value with exactly that many digits after the decimal point, without grouping. Half of
-// a last digit is rounded away from zero. The value is the one that the double holds: with two
+// The finite value with the given number of digits after the decimal point, without grouping. Half
+// of a last digit is rounded away from zero. The value is the one that the double holds: with two
 // digits 0.125 becomes 0.13, but 2.675 becomes 2.67, because the nearest double is a little less.
 // Texts that go over the wire are written in the default region.
 std::string Tool_FormatDecimal(double value, int digits, const Regional& regional = {});

@@ -9,7 +9,7 @@ namespace zendor {
 
 inline constexpr const char* kLineBreak = "\r\n";
 
-enum class MessageIcon { None, Critical, Exclamation };  // the last one is a warning's
+enum class MessageIcon { None, Critical, Exclamation };  // Exclamation is that of a warning
 enum class MessageButtons { Ok, YesNo };
 enum class MessageAnswer { Ok, Yes, No };
 

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t kBytesAroundItems = 4;  // all of a frame but its header and data
 
-// The last entry of TxBuffer is the checksum's own.
+// The last byte of TxBuffer is left out, because the checksum itself belongs there.
 std::uint8_t LL_DRAVO_Checksum(const FrameStores& stores) {
   return checksumOf(std::span(stores.TxBuffer).first(stores.TxLength - 1));
 }

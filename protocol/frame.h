@@ -34,8 +34,7 @@ struct FrameStores {
   std::int16_t RxDataCount = 0;
 };
 
-// The checksum of a frame that consists of the bytes: the sum of the bytes and the checksum is a
-// multiple of 256.
+// The checksum that follows the bytes in a frame: bytes and checksum add up to a multiple of 256.
 std::uint8_t checksumOf(std::span<const std::uint8_t> bytes);
 
 // Builds TxBuffer and TxLength from the items, header first; nothing of the previous frame

@@ -20,8 +20,8 @@ enum class ReplyFormat {
   Volts = 9,   // 0 to 255 as "0.00" to "5.00"
 };
 
-// The number that the first three bytes make, or fewer where there are fewer, the least significant
-// one first.
+// The number in the first three bytes, the least significant one first. Where there are fewer
+// bytes, all of them count.
 std::uint32_t numberOfBytes(std::span<const std::uint8_t> data);
 
 // Nothing for a code that is no reply format.

@@ -38,7 +38,7 @@ class Transaction {
   std::string LL_DRAVO_Send(const Command& command);
 
  private:
-  // The error text of the reply check.
+  // Returns the error text of the reply check, empty after a success.
   std::string attempt(const Command& command);
   void awaitReply(int timeoutMs);
   std::string successText(const Command& command);

@@ -33,8 +33,8 @@ struct Delivery {
 
 enum class Sender { Host, Pod };
 
-// Is told of each frame: of a host's as soon as it is complete, right or wrong, and of a pod's as
-// soon as the pod has decided on it.
+// Is told of each frame: of a frame of the host when it is complete, right or wrong, and of a frame
+// of the pod when the pod has decided on it.
 using Onlooker = std::function<void(Sender sender, const Bytes& frame)>;
 
 class LineStation {

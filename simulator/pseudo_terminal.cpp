@@ -52,7 +52,7 @@ void watch(int events, int descriptor, std::uint32_t what) {
   require(::epoll_ctl(events, EPOLL_CTL_ADD, descriptor, &event) == 0, "watch a line");
 }
 
-// With a time that is past the timer rings at once, and without a time it never rings.
+// The timer rings at once if the time is past, and never if there is none.
 void setTimer(int timer, std::optional<std::chrono::steady_clock::time_point> until) {
   using std::chrono::nanoseconds, std::chrono::seconds;
   itimerspec setting{};

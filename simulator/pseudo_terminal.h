@@ -1,8 +1,8 @@
 // A serial line between this process and a program that opens its path. Each side reads, unchanged,
 // what the other side writes. Throws std::system_error when the system gives no pseudo-terminal.
 //
-// As on a real port, bytes are lost that are written while no program has the path open, so that a
-// program that opens the path finds it empty.
+// As on a real port, what is written while no program has the path open is lost, so that a program
+// that opens the path finds it empty.
 #pragma once
 
 #include <chrono>
@@ -30,7 +30,7 @@ class PseudoTerminal {
   // All bytes that wait.
   std::vector<std::uint8_t> read();
 
-  // Bytes are lost that the queue of the other side has no room for.
+  // Bytes for which the queue of the other side has no room are lost.
   void write(const std::vector<std::uint8_t>& bytes);
 
  private:

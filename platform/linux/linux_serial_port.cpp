@@ -184,7 +184,8 @@ void LinuxSerialPort::open() {
 void LinuxSerialPort::close() {
   if (!isOpen()) return;
   if (std::exchange(setLowLatency_, false)) switchLowLatency(line_.number(), false);
-  ::ioctl(line_.number(), TIOCNXCL);  // the device lives on where another program has it open too
+  // Otherwise the mark would outlive the close where another program has the device open.
+  ::ioctl(line_.number(), TIOCNXCL);
   line_ = FileDescriptor();
 }
 

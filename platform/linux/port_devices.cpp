@@ -45,9 +45,9 @@ std::string firstLineOf(const fs::path& file) {
   return read.substr(0, read.find('\n'));
 }
 
-// The terminals with hardware behind them, because consoles, virtual terminals and pseudo-terminals
-// have no device. An on-board port tells its kind of chip. The kernel also lists places for chips
-// that are not there, and the kind of those is 0.
+// The terminals with hardware behind them. Consoles, virtual terminals and pseudo-terminals are
+// left out, because the kernel shows no device of theirs. An on-board port tells its kind of chip.
+// The kernel also lists places for chips that are not there, and the kind of those is 0.
 std::set<Port> realPorts(const fs::path& terminals) {
   std::set<Port> ports;
   std::error_code error;

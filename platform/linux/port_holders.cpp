@@ -101,7 +101,7 @@ bool isTerminalOf(const Session& session, const Session& own, const struct stat&
          !isPseudoTerminal(device.st_rdev);
 }
 
-// A program may call itself by any bytes; a description is a text.
+// A program may call itself by any bytes, but the name is put into a text for people.
 std::string nameOf(const fs::path& process) {
   std::ifstream file(process / "comm");
   std::string name;

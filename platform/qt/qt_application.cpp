@@ -20,9 +20,9 @@ bool movesFocus(int key) {
 
 }  // namespace
 
-// A window gets a key from the system, before the widget that has the focus. While a screen reader
-// runs, Qt replaces that event by a copy without a time stamp. No event filter could be sure to see
-// the event before Qt's own filter does.
+// A key from the system reaches the window before the widget that has the focus. While a screen
+// reader runs, a filter of Qt replaces the window's event by a copy without a time stamp. A filter
+// of this program could come after that one, but notify() sees every event before all filters.
 bool QtApplication::notify(QObject* receiver, QEvent* event) {
   const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
   if (isKey && event->spontaneous() && receiver->isWindowType()) {

@@ -182,8 +182,8 @@ void QtForm::setCaption(const ControlId& control, const std::string& caption) {
 }
 
 // QWidget::setEnabled would move the focus away from a disabled control, and a screen reader would
-// speak each of its moves. Here the focus stays where the user left it: a widget with the attribute
-// gets no keys and no mouse all the same, and its keys go to the window.
+// speak each of its moves. Here the focus stays where the user left it. A widget with the attribute
+// gets neither the mouse nor keys all the same, because its keys go to the window.
 void QtForm::setEnabled(const ControlId& control, bool enabled) {
   QWidget& widget = *controls_.at(control);
   widget.setAttribute(Qt::WA_Disabled, !enabled);

@@ -14,7 +14,7 @@ namespace {
 // can take a pixel from the room at each end, so two are added.
 double growthFor(int caption, int room) { return caption <= room ? 1 : (caption + 2.0) / room; }
 
-// The greatest of these for all captions in the user's font. Captions in a described font need
+// The greatest growth that a caption in the user's font needs. Captions in a described font need
 // none, because that font grows with its room.
 double growthForCaptions(const FormDescription& description, const FormScale& scale) {
   double growth = 1;

@@ -60,8 +60,8 @@ ResultBox::ResultBox(QWidget* parent) : QLabel(parent), copy_("&Copy") {
   });
   addAction(&copy_);
 
-  // The keys for a context menu. No control has another one, so they mean this one from anywhere in
-  // the window.
+  // The keys for a context menu. No other control has one, so the keys mean this one from anywhere
+  // in the window.
   menuKeys_.setShortcuts({Qt::Key_Menu, Qt::SHIFT | Qt::Key_F10});
   connect(&menuKeys_, &QAction::triggered, this,
           [this] { openMenu(mapToGlobal(rect().center())); });

@@ -9,8 +9,8 @@ namespace {
 constexpr UINT kWake = WM_APP;
 constexpr DWORD kWakeAgainMs = 1000;
 
-// The window itself does nothing on Escape. The loop of a move ends with it, also the one that
-// waits for the first move after a press on the title bar.
+// An Escape ends the loop that Windows runs for a move, even while that loop still waits for the
+// first move after a press on the title bar. The window itself does nothing on Escape.
 void endModes(HWND window) {
   SendMessageW(window, WM_CANCELMODE, 0, 0);
   EndMenu();
@@ -73,7 +73,7 @@ WindowCalls::Function WindowCalls::takeFirst() {
 // Windows runs for a menu or a move.
 void WindowCalls::wake() const { SendNotifyMessageW(window_, kWake, 0, 0); }
 
-// Wakes again and again, in case that a message was lost.
+// Wakes again and again, in case a message was lost.
 void WindowCalls::waitUntilDone() {
   while (WaitForSingleObject(done_.get(), kWakeAgainMs) == WAIT_TIMEOUT) wake();
 }

@@ -28,11 +28,11 @@ class WindowCalls {
   // not wait for it.
   void call(Function function);
 
-  // The same, but returns when the function has run.
+  // Like call, but returns when the function has run.
   void callAndWait(const Function& function);
 
-  // The same for a function that shows a window and serves it: before that, an open menu is closed
-  // and a move of the window given up.
+  // Like callAndWait, for a function that shows a window and serves it: an open menu is closed
+  // first, and a move of the window is given up.
   void callModal(const Function& function);
 
   // For the window's procedure: true when the message was the one that wakes.

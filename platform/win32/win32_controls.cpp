@@ -21,7 +21,7 @@ struct ControlClass {
 ControlClass classOf(const FormControl& control) {
   switch (control.kind) {
     case ControlKind::Label:
-    case ControlKind::ResultBox:  // has a file of its own
+    case ControlKind::ResultBox:  // is made in a file of its own
       return {WC_STATICW, SS_NOPREFIX | static_cast<DWORD>(control.centred ? SS_CENTER : SS_LEFT)};
     case ControlKind::OptionButton:
       return {WC_BUTTONW,

@@ -73,7 +73,7 @@ void Win32Form::setCaption(const ControlId& control, const std::string& caption)
 
 // While the control that had the focus is disabled, the frame has the focus, because without any
 // focus the Tab key would be dead. If the user moves the focus meanwhile, it stays there. A click
-// on the control that still waits to be raised is dropped.
+// on the disabled control is dropped if it has not been raised yet.
 void Win32Form::setEnabled(const ControlId& control, bool enabled) {
   calls_.call([=, this] {
     const HWND window = controlOf(control).window;
@@ -144,7 +144,7 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       if (pointerIn<HWND>(lParam) != resultBox_) break;
       return reinterpret_cast<LRESULT>(colorResultBox(pointerIn<HDC>(wParam)));
     case WM_DPICHANGED:
-      // From another program, the message has no rectangle, and the density has not changed.
+      // Another program may send this message without a rectangle. The density is the same then.
       if (GetDpiForWindow(window_) == dotsPerInch_) return 0;
       layOut(topLeftOf(*pointerIn<const RECT*>(lParam)));
       return 0;

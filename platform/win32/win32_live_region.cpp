@@ -4,7 +4,7 @@
 
 #include <memory>
 
-// The library of the compiler knows the service by this name, its header by another one.
+// The compiler's library has the service by this name, but its header declares another name.
 extern "C" const CLSID CLSID_AccPropServices;
 
 namespace zendor {

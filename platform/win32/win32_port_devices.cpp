@@ -1,7 +1,7 @@
 #include "platform/win32/win32_port_devices.h"
 
 #include <windows.h>
-// After windows.h, which these need.
+// These need windows.h before them.
 #include <devguid.h>
 #include <setupapi.h>
 

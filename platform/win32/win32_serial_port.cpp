@@ -119,9 +119,9 @@ std::size_t Win32SerialPort::bytesWaiting() {
   return std::min(queuesOf(device_.get()).value_or(COMSTAT{}).cbInQue, kQueueSize);
 }
 
-// The time-outs have the driver answer at once, if not within the call. But a driver can leave the
-// read pending when the counted bytes are gone, so the read is cancelled if it takes too long. The
-// bytes that it has taken until then are given all the same.
+// Because of the time-outs a driver answers at once, though it may do so after ReadFile has
+// returned. But a driver can leave the read pending when the counted bytes are gone, so a read that
+// takes too long is cancelled. The bytes that it has taken until then are given all the same.
 std::span<const std::uint8_t> Win32SerialPort::readAll() {
   received_.clear();
   auto read = std::make_unique<Transfer>();
