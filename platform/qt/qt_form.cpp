@@ -183,7 +183,7 @@ void QtForm::setCaption(const ControlId& control, const std::string& caption) {
 
 // QWidget::setEnabled would move the focus away from a disabled control, and a screen reader would
 // speak each of its moves. Here the focus stays where the user left it. A widget with the attribute
-// gets neither the mouse nor keys all the same, because its keys go to the window.
+// gets neither the mouse nor keys all the same, and its keys go to the window instead.
 void QtForm::setEnabled(const ControlId& control, bool enabled) {
   QWidget& widget = *controls_.at(control);
   widget.setAttribute(Qt::WA_Disabled, !enabled);

@@ -144,7 +144,7 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       if (pointerIn<HWND>(lParam) != resultBox_) break;
       return reinterpret_cast<LRESULT>(colorResultBox(pointerIn<HDC>(wParam)));
     case WM_DPICHANGED:
-      // Another program may send this message without a rectangle. The density is the same then.
+      // Another program may send this message without a rectangle, but the density stays as it was.
       if (GetDpiForWindow(window_) == dotsPerInch_) return 0;
       layOut(topLeftOf(*pointerIn<const RECT*>(lParam)));
       return 0;
