@@ -7,7 +7,7 @@
 #   ./test.sh clang          the same by clang
 #   ./test.sh windows        the Windows program, cross-built and run under Wine
 #
-# Arguments after the preset go to ctest: -R NAME runs one test, -L app those of the floor app.
+# Arguments after the preset go to ctest: -R NAME runs one test, -L app those of the layer app.
 set -euo pipefail
 cd "$(dirname "$0")"
 . tools/packages.sh

@@ -22,7 +22,7 @@ BARE = f"{BUILD}/bench/bare_window"
 REQUEST = f"{BUILD}/bench/request_bench"
 RECEIVE = f"{BUILD}/bench/receive_bench"
 SIMULATOR = f"{BUILD}/simulator/zendor-pod-simulator"
-COMMAND = f"{BUILD}/program/command/zendor-serial-number"
+COMMAND = f"{BUILD}/program/console/zendor-serial-number"
 
 # Before a command, this makes it see no process but its own, however many the computer has.
 SOLITARY = ["unshare", "--pid", "--fork", "--mount-proc"]

@@ -146,7 +146,7 @@ class Windows:
 class WindowsConsole(Windows):
     """The command for scripts."""
 
-    program = "program/command/ZendorSerialNumber.exe"
+    program = "program/console/ZendorSerialNumber.exe"
     listed_ports = "1: COM1, Test Adapter\n" + "".join(
         rf"{number}: (COM{number}|no such port on this computer)\n" for number in range(2, 5)
     )

@@ -16,7 +16,7 @@ from screen import output_of
 
 BUILD = pathlib.Path(sys.argv[2])
 PROGRAM = BUILD / "program/windows/ZendorSerialExtractor.exe"
-COMMAND = BUILD / "program/command/ZendorSerialNumber.exe"
+COMMAND = BUILD / "program/console/ZendorSerialNumber.exe"
 
 # Files that every Windows 10 has.
 SYSTEM_LIBRARIES = {

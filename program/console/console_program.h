@@ -11,7 +11,7 @@
 namespace zendor {
 
 // What the command asks of a platform: its own name, and the serial ports.
-struct CommandPlatform {
+struct ConsolePlatform {
   std::string name;
   std::string deviceHelp;  // what PORT can be besides a number, "the path of a device"
   std::function<bool(const std::string& port)> isDevice;
@@ -26,6 +26,6 @@ struct CommandPlatform {
 
 // Does what the command line asks for and returns the exit status of the program. Where the window
 // would end the program, this function does not return, and the status is 1.
-int runSerialNumberCommand(int argc, char** argv, const CommandPlatform& platform);
+int runConsoleProgram(int argc, char** argv, const ConsolePlatform& platform);
 
 }  // namespace zendor

@@ -1,4 +1,4 @@
-#include "program/command/serial_number_command.h"
+#include "program/console/console_program.h"
 
 #include <CLI/CLI.hpp>
 #include <iostream>
@@ -36,14 +36,14 @@ std::string footer(const std::string& name) {
 }
 
 // Empty when the text names a port.
-std::string complaintAboutPort(const std::string& text, const CommandPlatform& platform) {
+std::string complaintAboutPort(const std::string& text, const ConsolePlatform& platform) {
   const bool isNumber =
       text.size() == 1 && text[0] >= '1' && text[0] <= '0' + frmStartup::kPortChoices;
   if (isNumber || platform.isDevice(text)) return "";
   return "\"" + text + "\" is neither a number from 1 to 4 nor " + platform.deviceHelp + ".";
 }
 
-void declare(CLI::App& app, Arguments& arguments, const CommandPlatform& platform) {
+void declare(CLI::App& app, Arguments& arguments, const ConsolePlatform& platform) {
   app.footer(footer(platform.name));
   app.set_help_flag("-h,--help", "This text is printed.");
   const Version& version = kVersion;
@@ -68,7 +68,7 @@ void declare(CLI::App& app, Arguments& arguments, const CommandPlatform& platfor
       "start, > and what was sent, or < and what was received,\nits echo in front of a |.");
 }
 
-std::string list(const CommandPlatform& platform) {
+std::string list(const ConsolePlatform& platform) {
   std::string lines;
   for (int number = 1; number <= frmStartup::kPortChoices; ++number) {
     lines += std::to_string(number) + ": " + platform.describePort(number) + "\n";
@@ -77,7 +77,7 @@ std::string list(const CommandPlatform& platform) {
 }
 
 // The number that the request of the window's button gives on the port; empty when it gives none.
-std::string request(const Arguments& arguments, const CommandPlatform& platform) {
+std::string request(const Arguments& arguments, const ConsolePlatform& platform) {
   const bool isDevice = platform.isDevice(arguments.port);
   const auto port = isDevice ? platform.namedPort(arguments.port) : platform.numberedPorts();
   const SteadyClock clock;
@@ -100,7 +100,7 @@ int print(const std::string& text) {
 
 }  // namespace
 
-int runSerialNumberCommand(int argc, char** argv, const CommandPlatform& platform) {
+int runConsoleProgram(int argc, char** argv, const ConsolePlatform& platform) {
   Arguments arguments;
   CLI::App app("Prints the serial number of the Zendor on a serial port.", platform.name);
   declare(app, arguments, platform);

@@ -1,6 +1,6 @@
-# A floor of the program: one folder, one target. Its headers are reachable as "folder/header.h"
+# A layer of the program: one folder, one target. Its headers are reachable as "folder/header.h"
 # by the targets that link it and by no others, so that an include against the order of the
-# floors does not build.
+# layers does not build.
 
 # Makes the given headers of the current folder reachable through the target.
 function(zendor_expose target scope)
@@ -14,9 +14,9 @@ function(zendor_expose target scope)
   target_include_directories(${target} ${scope} ${root})
 endfunction()
 
-# Makes the current folder a floor: a library of every source and header directly in it, except a
+# Makes the current folder a layer: a library of every source and header directly in it, except a
 # main.cpp.
-function(zendor_floor target)
+function(zendor_layer target)
   file(GLOB headers CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.h)
   file(GLOB sources CONFIGURE_DEPENDS *.cpp)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")

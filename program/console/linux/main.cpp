@@ -4,7 +4,7 @@
 
 #include "platform/linux/linux_serial_port.h"
 #include "platform/linux/port_devices.h"
-#include "program/command/serial_number_command.h"
+#include "program/console/console_program.h"
 
 int main(int argc, char** argv) {
   using namespace zendor;
@@ -13,7 +13,7 @@ int main(int argc, char** argv) {
   std::setlocale(LC_MESSAGES, "");
   std::signal(SIGPIPE, SIG_IGN);  // so that a closed pipe is a failed write, as a full disk is
   const PortDevices devices;
-  return runSerialNumberCommand(
+  return runConsoleProgram(
       argc, argv,
       {.name = "zendor-serial-number",
        .deviceHelp = "the path of a device, such as /dev/ttyUSB0",

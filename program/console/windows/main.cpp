@@ -6,7 +6,7 @@
 #include "platform/win32/win32_console.h"
 #include "platform/win32/win32_port_devices.h"
 #include "platform/win32/win32_serial_port.h"
-#include "program/command/serial_number_command.h"
+#include "program/console/console_program.h"
 
 namespace {
 
@@ -23,7 +23,7 @@ int main(int argc, char** argv) {
   using namespace zendor;
   const ReadableOnConsole output(std::cout, STD_OUTPUT_HANDLE);
   const ReadableOnConsole errors(std::cerr, STD_ERROR_HANDLE);
-  return runSerialNumberCommand(
+  return runConsoleProgram(
       argc, argv,
       {.name = "ZendorSerialNumber",
        .deviceHelp = "a port such as COM5",

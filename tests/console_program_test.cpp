@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "program/command/serial_number_command.h"
+#include "program/console/console_program.h"
 #include "tests/doubles.h"
 
 namespace zendor {
@@ -22,7 +22,7 @@ using namespace doubles;
   arguments.insert(arguments.begin(), "program");
   std::vector<char*> argv(arguments.size());
   std::ranges::transform(arguments, argv.begin(), [](std::string& text) { return text.data(); });
-  std::exit(runSerialNumberCommand(
+  std::exit(runConsoleProgram(
       static_cast<int>(argv.size()), argv.data(),
       {.name = "command",
        .deviceHelp = "a device",
