@@ -11,7 +11,8 @@ namespace {
 constexpr ControlId Label1{"Label1"};
 constexpr ControlId Label2{"Label2"};
 constexpr ControlId cmdAccept{"cmdAccept"};
-constexpr ControlId optCommPort(int index) { return {"optCommPort", index}; }
+constexpr std::string_view kPortArray = "optCommPort";
+constexpr ControlId optCommPort(int index) { return {kPortArray, index}; }
 constexpr std::string_view kSerialPortMenu = "SerialPort";
 
 constexpr const char* kLineSettings = "9600,N,8,1";
@@ -43,7 +44,7 @@ FormDescription frmStartup::description() {
       .caption = "Zendor Serial Number Extractor",
       .width = 5652,
       .height = 2952,
-      .menus = {{.name = kSerialPortMenu, .caption = "&Port", .items = {"-"}}},
+      .menus = {{.name = kSerialPortMenu, .caption = "&Port", .separators = 1}},
       // clang-format off
       .controls = {
           {.id = Label2, .kind = Label, .caption = "Your Zendor Serial Number is:",
@@ -80,8 +81,8 @@ frmStartup::frmStartup(Form& form, SerialPort& port, Desktop& desktop, const Clo
       pod_(commands_, stores_) {}
 
 void frmStartup::Form_Load() {
-  form_.setCaption(form_.caption() + " V" + Tool_FormatDecimal(version_.majorNumber, 0) + "." +
-                   Tool_FormatDecimal(version_.minorNumber, 0) + "." +
+  form_.setCaption(description().caption + " V" + Tool_FormatDecimal(version_.majorNumber, 0) +
+                   "." + Tool_FormatDecimal(version_.minorNumber, 0) + "." +
                    Tool_FormatDecimal(version_.revision, 0));
   form_.setMenuCaption(kSerialPortMenu, "Serial Port");
   portControl_.BaudRates = BaudRateList();
@@ -121,12 +122,8 @@ void frmStartup::cmdAccept_Click() {
 }
 
 void frmStartup::choosePort() {
-  for (int index = 0; index < kPortChoices; ++index) {
-    if (form_.isSelected(optCommPort(index))) {
-      PortNumber = static_cast<std::uint8_t>(index + 1);
-      return;
-    }
-  }
+  const auto chosen = form_.selectedIndex(kPortArray);
+  if (chosen) PortNumber = static_cast<std::uint8_t>(*chosen + 1);
 }
 
 void frmStartup::openPort() {

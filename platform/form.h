@@ -50,10 +50,11 @@ struct FormControl {
   bool selected = false;  // option buttons: the choice at the start
 };
 
+// A menu offers nothing to choose. It holds separator lines.
 struct FormMenu {
   std::string_view name;  // static storage
   std::string caption = {};
-  std::vector<std::string> items = {};  // their captions; "-" is a separator
+  int separators = 0;
 };
 
 // A dialog window of fixed size without minimise and maximise buttons. When it is first shown, it
@@ -89,7 +90,6 @@ class Form {
   Form& operator=(const Form&) = delete;
   virtual ~Form() = default;
 
-  virtual std::string caption() const = 0;
   virtual void setCaption(const std::string& caption) = 0;
   virtual void setMenuCaption(std::string_view menu, const std::string& caption) = 0;
   virtual void setCaption(const ControlId& control, const std::string& caption) = 0;
@@ -98,7 +98,10 @@ class Form {
   // user has put the focus elsewhere meanwhile.
   virtual void setEnabled(const ControlId& control, bool enabled) = 0;
   virtual void setFocus(const ControlId& control) = 0;
-  virtual bool isSelected(const ControlId& optionButton) const = 0;
+
+  // The index of the option button that is selected in an array; none when none of them is. The
+  // answer holds for one moment, even while the user chooses another one.
+  virtual std::optional<int> selectedIndex(std::string_view array) = 0;
 };
 
 }  // namespace zendor

@@ -142,7 +142,6 @@ class RecordingForm final : public Form {
  public:
   explicit RecordingForm(Log& log) : log_(log) {}
 
-  std::string caption() const override { return windowCaption; }
   void setCaption(const std::string& caption) override { windowCaption = caption; }
   void setMenuCaption(std::string_view menu, const std::string& text) override { note(menu, text); }
   void setCaption(const ControlId& id, const std::string& text) override { note(id.name, text); }
@@ -150,12 +149,12 @@ class RecordingForm final : public Form {
     note(id.name, enabled ? "enabled" : "disabled");
   }
   void setFocus(const ControlId& id) override { note(id.name, "focused"); }
-  bool isSelected(const ControlId& option) const override {
-    return option == ControlId{"optCommPort", selected};
+  std::optional<int> selectedIndex(std::string_view array) override {
+    return array == "optCommPort" ? selected : std::nullopt;
   }
 
   std::string windowCaption;
-  int selected = 0;
+  std::optional<int> selected = 0;
 
  private:
   void note(std::string_view name, const std::string& what) {

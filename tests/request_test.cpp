@@ -11,7 +11,6 @@ using doubles::Bytes, doubles::Log, doubles::operator+;
 class RequestTest : public testing::Test, protected doubles::FakePlatform {
  protected:
   RequestTest() {
-    form.windowCaption = frmStartup::description().caption;
     window.Form_Load();
     window.Form_Activate();
   }
@@ -57,7 +56,9 @@ TEST_F(RequestTest, TellsOfAMissingPodOnceAndIsReadyForTheNextClick) {
                       "cmdAccept: focused"}));
   playPod(doubles::kEngineer);
   for (int i = 0; i < 2; ++i) line.script.insert(line.script.begin() + 1, {{{0, Bytes(3)}}});
+  form.selected.reset();
   click();  // the first round for the build code fails
+  EXPECT_EQ(line.configuration.portNumber, 1);  // as before, because none is selected
   EXPECT_EQ(log[log.size() - 3], "Label1: E-1234567");
 }
 

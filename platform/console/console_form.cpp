@@ -24,8 +24,6 @@ std::string ConsoleForm::result() const {
   return std::ranges::find(shown_.controls, ControlKind::ResultBox, &FormControl::kind)->caption;
 }
 
-std::string ConsoleForm::caption() const { return shown_.caption; }
-
 void ConsoleForm::setCaption(const std::string& caption) { shown_.caption = caption; }
 
 void ConsoleForm::setMenuCaption(std::string_view menu, const std::string& caption) {
@@ -40,8 +38,11 @@ void ConsoleForm::setCaption(const ControlId& control, const std::string& captio
 void ConsoleForm::setEnabled(const ControlId&, bool) {}
 void ConsoleForm::setFocus(const ControlId&) {}
 
-bool ConsoleForm::isSelected(const ControlId& optionButton) const {
-  return std::ranges::find(shown_.controls, optionButton, &FormControl::id)->selected;
+std::optional<int> ConsoleForm::selectedIndex(std::string_view array) {
+  for (const FormControl& control : shown_.controls) {
+    if (control.id.name == array && control.selected) return control.id.index;
+  }
+  return std::nullopt;
 }
 
 }  // namespace zendor

@@ -20,13 +20,12 @@ class ConsoleForm final : public Form {
   // What stands in the result box.
   std::string result() const;
 
-  std::string caption() const override;
   void setCaption(const std::string& caption) override;
   void setMenuCaption(std::string_view menu, const std::string& caption) override;
   void setCaption(const ControlId& control, const std::string& caption) override;
   void setEnabled(const ControlId& control, bool enabled) override;
   void setFocus(const ControlId& control) override;
-  bool isSelected(const ControlId& optionButton) const override;
+  std::optional<int> selectedIndex(std::string_view array) override;
 
  private:
   FormDescription shown_;

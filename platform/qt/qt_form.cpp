@@ -111,13 +111,7 @@ void QtForm::addMenu(const FormMenu& menu) {
   // Qt hides a separator that has nothing above it, but this menu has nothing else to show.
   shown->setSeparatorsCollapsible(false);
   shown->setContentsMargins(0, kMenuMargin, 0, kMenuMargin);
-  for (const auto& item : menu.items) {
-    if (item == "-") {
-      shown->addSeparator();
-    } else {
-      shown->addAction(QString::fromStdString(item));
-    }
-  }
+  for (int line = 0; line < menu.separators; ++line) shown->addSeparator();
 }
 
 int QtForm::frameHeight() const { return titleBarHeight(window_) + menuBar_.sizeHint().height(); }
@@ -167,8 +161,6 @@ void QtForm::show(FormEvents& events) {
   events.Form_Activate();
 }
 
-std::string QtForm::caption() const { return window_.windowTitle().toStdString(); }
-
 void QtForm::setCaption(const std::string& caption) {
   window_.setWindowTitle(QString::fromStdString(caption));
 }
@@ -194,8 +186,11 @@ void QtForm::setEnabled(const ControlId& control, bool enabled) {
 
 void QtForm::setFocus(const ControlId& control) { controls_.at(control)->setFocus(); }
 
-bool QtForm::isSelected(const ControlId& optionButton) const {
-  return controls_.at(optionButton)->property("checked").toBool();
+std::optional<int> QtForm::selectedIndex(std::string_view array) {
+  for (const auto& [id, widget] : controls_) {
+    if (id.name == array && widget->property("checked").toBool()) return id.index;
+  }
+  return std::nullopt;
 }
 
 }  // namespace zendor

@@ -99,9 +99,8 @@ HMENU createMenuBar(const std::vector<FormMenu>& menus) {
   const HMENU bar = CreateMenu();
   for (const FormMenu& menu : menus) {
     const HMENU popup = CreatePopupMenu();
-    for (const std::string& item : menu.items) {
-      const UINT kind = item == "-" ? MF_SEPARATOR : MF_STRING;
-      AppendMenuW(popup, kind, 0, wideFromUtf8(item).c_str());
+    for (int line = 0; line < menu.separators; ++line) {
+      AppendMenuW(popup, MF_SEPARATOR, 0, nullptr);
     }
     AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(popup),
                 wideFromUtf8(menu.caption).c_str());

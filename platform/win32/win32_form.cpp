@@ -46,12 +46,6 @@ void Win32Form::run(FormEvents& events) {
   }
 }
 
-std::string Win32Form::caption() const {
-  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window_)) + 1, L'\0');
-  const int length = GetWindowTextW(window_, text.data(), static_cast<int>(text.size()));
-  return utf8FromWide({text.data(), static_cast<std::size_t>(length)});
-}
-
 void Win32Form::setCaption(const std::string& caption) {
   SetWindowTextW(window_, wideFromUtf8(caption).c_str());
 }
@@ -96,8 +90,16 @@ void Win32Form::setFocus(const ControlId& control) {
   });
 }
 
-bool Win32Form::isSelected(const ControlId& optionButton) const {
-  return SendMessageW(controlOf(optionButton).window, BM_GETCHECK, 0, 0) == BST_CHECKED;
+std::optional<int> Win32Form::selectedIndex(std::string_view array) {
+  std::optional<int> selected;
+  calls_.callAndWait([&] {
+    for (const Win32Control& control : controls_) {
+      if (control.id.name != array) continue;
+      if (SendMessageW(control.window, BM_GETCHECK, 0, 0) == BST_CHECKED)
+        selected = control.id.index;
+    }
+  });
+  return selected;
 }
 
 // The first messages come before the constructor has put the form in its window.

@@ -33,13 +33,12 @@ class Win32Form final : public Form {
 
   WindowCalls& calls() { return calls_; }
 
-  std::string caption() const override;
   void setCaption(const std::string& caption) override;
   void setMenuCaption(std::string_view menu, const std::string& caption) override;
   void setCaption(const ControlId& control, const std::string& caption) override;
   void setEnabled(const ControlId& control, bool enabled) override;
   void setFocus(const ControlId& control) override;
-  bool isSelected(const ControlId& optionButton) const override;
+  std::optional<int> selectedIndex(std::string_view array) override;
 
  private:
   static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
