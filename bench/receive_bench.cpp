@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "protocol/frame.h"
+#include "protocol/receive_poll.h"
 #include "protocol/reply_check.h"
-#include "protocol/send_receive.h"
 
 namespace zendor {
 namespace {
@@ -55,7 +55,7 @@ void receiveReply(benchmark::State& state) {
   while (state.KeepRunning()) {
     ByteLine line(bytes);
     stores.RxCount = 0;
-    while (!LL_DRAVO_PollReceive(line, stores)) {
+    while (!LL_DRAVO_PollReceive(line, stores.RxBuffer, stores.TxLength, stores.RxCount)) {
     }
     if (!LL_DRAVO_CheckReply(stores, 80, 1).empty()) state.SkipWithError("The reply is refused");
   }

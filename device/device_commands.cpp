@@ -8,22 +8,22 @@
 
 namespace zendor {
 
+struct CommandKind {
+  int header = 0;
+  const char* displayName = "";
+  ReplyFormat replyFormat = ReplyFormat::Hidden;
+  int timeoutMs = 1000;  // for each reply
+};
+
 namespace {
 
-constexpr int kReplyTimeoutMs = 1000;
-constexpr int kQuickReplyTimeoutMs = 100;
 // One data byte is taken by the block number.
 constexpr int kMaximumMemoryLength = static_cast<int>(kMaximumDataLength) - 1;
 
 constexpr const char* kBlockRefusal = "The block number does not fit in one byte";
 
-struct CommandKind {
-  int header = 0;
-  const char* displayName = "";
-  ReplyFormat replyFormat = ReplyFormat::Hidden;
-};
-
 constexpr CommandKind kPoll{254, "Poll", ReplyFormat::Hidden};
+constexpr CommandKind kQuickPoll{254, "Poll", ReplyFormat::Hidden, 100};
 constexpr CommandKind kRequestManufacturer{246, "Manufacturer", ReplyFormat::Characters};
 constexpr CommandKind kRequestCategory{245, "Category", ReplyFormat::Characters};
 constexpr CommandKind kRequestProductCode{244, "Product code", ReplyFormat::Characters};
@@ -37,60 +37,44 @@ constexpr CommandKind kMemoryWrite{214, "Memory write", ReplyFormat::Hidden};
 constexpr CommandKind kLatchOutputs{233, "Latch outputs", ReplyFormat::Hidden};
 constexpr CommandKind kChangeAddress{251, "MDCES Change", ReplyFormat::Hidden};
 
-// A request is written as the number of its header and, for each data byte, "," and the number of
-// the byte.
+// A data byte as it is written in a request.
 std::string item(double number) { return "," + Tool_FormatDecimal(number, 0); }
-
-Command command(const CommandKind& kind, const std::string& items, bool prompt, int destination,
-                int source) {
-  return {.request = Tool_FormatDecimal(kind.header, 0) + items,
-          .destination = destination,
-          .source = source,
-          .timeoutMs = kReplyTimeoutMs,
-          .displayName = kind.displayName,
-          .replyFormat = kind.replyFormat,
-          .reverseData = false,
-          .promptOnFailure = prompt};
-}
 
 }  // namespace
 
 DeviceCommands::DeviceCommands(Transaction& transaction) : transaction_(transaction) {}
 
 std::string DeviceCommands::DRAVO_Poll(bool prompt, bool quick, int destination, int source) {
-  Command poll = command(kPoll, "", prompt, destination, source);
-  if (quick) poll.timeoutMs = kQuickReplyTimeoutMs;
-  return transaction_.LL_DRAVO_Send(poll);
+  return send(quick ? kQuickPoll : kPoll, "", prompt, destination, source);
 }
 
 std::string DeviceCommands::DRAVO_RequestManufacturer(bool prompt, int destination, int source) {
-  return transaction_.LL_DRAVO_Send(command(kRequestManufacturer, "", prompt, destination, source));
+  return send(kRequestManufacturer, "", prompt, destination, source);
 }
 
 std::string DeviceCommands::DRAVO_RequestCategory(bool prompt, int destination, int source) {
-  return transaction_.LL_DRAVO_Send(command(kRequestCategory, "", prompt, destination, source));
+  return send(kRequestCategory, "", prompt, destination, source);
 }
 
 std::string DeviceCommands::DRAVO_RequestProductCode(bool prompt, int destination, int source) {
-  return transaction_.LL_DRAVO_Send(command(kRequestProductCode, "", prompt, destination, source));
+  return send(kRequestProductCode, "", prompt, destination, source);
 }
 
 std::string DeviceCommands::DRAVO_RequestSerialNumber(bool prompt, int destination, int source) {
-  return transaction_.LL_DRAVO_Send(command(kRequestSerialNumber, "", prompt, destination, source));
+  return send(kRequestSerialNumber, "", prompt, destination, source);
 }
 
 std::string DeviceCommands::DRAVO_RequestSoftwareRevision(bool prompt, int destination,
                                                           int source) {
-  return transaction_.LL_DRAVO_Send(
-      command(kRequestSoftwareRevision, "", prompt, destination, source));
+  return send(kRequestSoftwareRevision, "", prompt, destination, source);
 }
 
 std::string DeviceCommands::DRAVO_RequestBuildCode(bool prompt, int destination, int source) {
-  return transaction_.LL_DRAVO_Send(command(kRequestBuildCode, "", prompt, destination, source));
+  return send(kRequestBuildCode, "", prompt, destination, source);
 }
 
 std::string DeviceCommands::DRAVO_RequestVariableSet(bool prompt, int destination, int source) {
-  return transaction_.LL_DRAVO_Send(command(kRequestVariableSet, "", prompt, destination, source));
+  return send(kRequestVariableSet, "", prompt, destination, source);
 }
 
 std::string DeviceCommands::DRAVO_SetVariables(bool prompt, std::span<const double> values,
@@ -101,12 +85,12 @@ std::string DeviceCommands::DRAVO_SetVariables(bool prompt, std::span<const doub
     if (!fitsByte(rounded)) return errorResult("A variable does not fit in one byte");
     items += item(rounded);
   }
-  return transaction_.LL_DRAVO_Send(command(kSetVariables, items, prompt, destination, source));
+  return send(kSetVariables, items, prompt, destination, source);
 }
 
 std::string DeviceCommands::DRAVO_MemoryRead(bool prompt, int block, int destination, int source) {
   if (!fitsByte(block)) return errorResult(kBlockRefusal);
-  return transaction_.LL_DRAVO_Send(command(kMemoryRead, item(block), prompt, destination, source));
+  return send(kMemoryRead, item(block), prompt, destination, source);
 }
 
 std::string DeviceCommands::DRAVO_MemoryWrite(bool prompt, int block, std::string_view text,
@@ -121,19 +105,29 @@ std::string DeviceCommands::DRAVO_MemoryWrite(bool prompt, int block, std::strin
 
   std::string items = item(block);
   for (const std::uint8_t code : *codes) items += item(code);
-  return transaction_.LL_DRAVO_Send(command(kMemoryWrite, items, prompt, destination, source));
+  return send(kMemoryWrite, items, prompt, destination, source);
 }
 
 std::string DeviceCommands::DRAVO_LatchOutputs(int value, int destination, int source) {
   if (value < 0) return errorResult("The latch value is negative");
-  return transaction_.LL_DRAVO_Send(
-      command(kLatchOutputs, item(value % 256), true, destination, source));
+  return send(kLatchOutputs, item(value % 256), true, destination, source);
 }
 
 std::string DeviceCommands::DRAVO_ChangeAddress(int newAddress, int destination, int source) {
   if (!fitsByte(newAddress)) return errorResult("The new address does not fit in one byte");
-  return transaction_.LL_DRAVO_Send(
-      command(kChangeAddress, item(newAddress), true, destination, source));
+  return send(kChangeAddress, item(newAddress), true, destination, source);
+}
+
+std::string DeviceCommands::send(const CommandKind& kind, const std::string& items, bool prompt,
+                                 int destination, int source) {
+  return transaction_.LL_DRAVO_Send({.request = Tool_FormatDecimal(kind.header, 0) + items,
+                                     .destination = destination,
+                                     .source = source,
+                                     .timeoutMs = kind.timeoutMs,
+                                     .displayName = kind.displayName,
+                                     .replyFormat = kind.replyFormat,
+                                     .reverseData = false,
+                                     .promptOnFailure = prompt});
 }
 
 }  // namespace zendor

@@ -14,6 +14,8 @@
 
 namespace zendor {
 
+struct CommandKind;  // what one command differs in from the others
+
 class DeviceCommands {
  public:
   explicit DeviceCommands(Transaction& transaction);
@@ -46,6 +48,10 @@ class DeviceCommands {
   std::string DRAVO_ChangeAddress(int newAddress, int destination, int source);
 
  private:
+  // The items are the data bytes, each written as "," and its number; empty for none.
+  std::string send(const CommandKind& kind, const std::string& items, bool prompt, int destination,
+                   int source);
+
   Transaction& transaction_;
 };
 

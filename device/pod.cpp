@@ -40,7 +40,7 @@ std::string Pod::Pod_ReadIdentityOnce(std::int32_t& serialNumber, int destinatio
   if (Tool_IsErrorResult(result)) return kFail;
   // A shorter reply leaves bytes of an earlier one in RxData.
   if (stores_.RxDataCount < kSerialNumberBytes) return kFail;
-  serialNumber = static_cast<std::int32_t>(numberOfBytes(stores_.RxData));
+  serialNumber = static_cast<std::int32_t>(numberFromBytes(stores_.RxData));
   return code;
 }
 

@@ -5,9 +5,9 @@
 #include <numeric>
 
 #include "fuzz/require.h"
+#include "protocol/receive_poll.h"
 #include "protocol/reply_check.h"
 #include "protocol/reply_text.h"
-#include "protocol/send_receive.h"
 #include "tests/doubles.h"
 
 namespace zendor {
@@ -33,8 +33,12 @@ bool poll(Bytes pieces, FrameStores& stores) {
     const Bytes piece = take(pieces, length[0] == 255 ? pieces.size() : length[0]);
     platform.line.waiting.assign(piece.begin(), piece.end());
     const std::size_t expected = std::min<std::size_t>(1024, stores.RxCount + piece.size());
-    complete = LL_DRAVO_PollReceive(platform.line, stores);
+    complete =
+        LL_DRAVO_PollReceive(platform.line, stores.RxBuffer, stores.TxLength, stores.RxCount);
     require(stores.RxCount == expected);
+    const Bytes reply =
+        Bytes(stores.RxBuffer).first(expected).subspan(std::min(expected, stores.TxLength));
+    require(complete == (!piece.empty() && reply.size() >= 2 && reply.size() >= 5U + reply[1]));
   }
   return complete;
 }

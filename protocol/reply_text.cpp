@@ -7,7 +7,7 @@ namespace zendor {
 
 namespace {
 
-// Converts every byte on its own, with a blank behind each, behind the last one too.
+// Converts every byte on its own, with a blank after each, after the last one too.
 template <typename Convert>
 std::string eachByte(std::span<const std::uint8_t> data, Convert convert) {
   std::string text;
@@ -17,7 +17,7 @@ std::string eachByte(std::span<const std::uint8_t> data, Convert convert) {
 
 }  // namespace
 
-std::uint32_t numberOfBytes(std::span<const std::uint8_t> data) {
+std::uint32_t numberFromBytes(std::span<const std::uint8_t> data) {
   std::uint32_t number = 0;
   for (std::size_t i = 0; i < data.size() && i < 3; ++i) {
     number += static_cast<std::uint32_t>(data[i]) << (8U * i);
@@ -39,7 +39,7 @@ std::optional<std::string> replyText(std::span<const std::uint8_t> data, ReplyFo
     case ReplyFormat::Characters:
       return textOfBytes(data);
     case ReplyFormat::Number:
-      return Tool_GroupThousands(Tool_FormatDecimal(numberOfBytes(data), 0));
+      return Tool_GroupThousands(Tool_FormatDecimal(numberFromBytes(data), 0));
     case ReplyFormat::Volts:
       return eachByte(data, [&](std::uint8_t byte) {
         return Tool_FormatDecimal(byte / 255.0 * 5.0, 2, regional);

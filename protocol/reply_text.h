@@ -22,7 +22,7 @@ enum class ReplyFormat {
 
 // The number in the first three bytes, the least significant one first. Where there are fewer
 // bytes, all of them count.
-std::uint32_t numberOfBytes(std::span<const std::uint8_t> data);
+std::uint32_t numberFromBytes(std::span<const std::uint8_t> data);
 
 // Nothing for a code that is no reply format.
 std::optional<std::string> replyText(std::span<const std::uint8_t> data, ReplyFormat format,

@@ -8,8 +8,9 @@
 #include "common/conversions.h"
 #include "common/string_table.h"
 #include "protocol/frame.h"
+#include "protocol/receive_poll.h"
 #include "protocol/reply_check.h"
-#include "protocol/send_receive.h"
+#include "serial/message_write.h"
 #include "serial/ticks.h"
 
 namespace zendor {
@@ -52,7 +53,7 @@ std::string Transaction::LL_DRAVO_Send(const Command& command) {
 }
 
 std::string Transaction::attempt(const Command& command) {
-  LL_Serial_SendMessage(MSComm1, stores_, desktop_, reports_);
+  LL_Serial_SendMessage(MSComm1, stores_.TxBuffer, stores_.RxCount, desktop_, reports_);
   awaitReply(command.timeoutMs);
   return LL_DRAVO_CheckReply(stores_, command.destination, command.source);
 }
@@ -66,7 +67,7 @@ void Transaction::awaitReply(int timeoutMs) {
     timedOut = elapsedTicks(start, now) > timeoutMs;
     // The pass that finds the time-out polls as well, so that a reply that is just in time is
     // taken.
-    complete = LL_DRAVO_PollReceive(MSComm1, stores_);
+    complete = LL_DRAVO_PollReceive(MSComm1, stores_.RxBuffer, stores_.TxLength, stores_.RxCount);
     desktop_.processEvents();
   }
 }

@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "protocol/frame.h"
+#include "protocol/receive_poll.h"
 #include "protocol/reply_check.h"
 #include "protocol/reply_text.h"
-#include "protocol/send_receive.h"
 #include "protocol/transaction.h"
 #include "tests/doubles.h"
 
@@ -14,36 +14,14 @@ namespace {
 
 using doubles::Bytes, doubles::kDone, doubles::kPoll, doubles::operator+;
 
-TEST(MessageWrite, SendsItsBytesOnceTheQueueHasDrainedAndStaleInputIsGone) {
-  doubles::FakePlatform platform;
-  doubles::ScriptedLine& line = platform.line;
-  ErrorReports reports{platform.desktop, {}};
-  FrameStores stores;
-  stores.TxBuffer = {0, 13, 255};
-  stores.RxCount = 7;
-  line.open();
-  line.unsent = 2;
-  platform.desktop.onPass = [&] {
-    --line.unsent;
-    line.waiting.push_back(9);     // noise during the wait
-    stores.TxBuffer.push_back(9);  // too late to be sent
-  };
-  LL_Serial_SendMessage(line, stores, platform.desktop, reports);
-  EXPECT_EQ(platform.clock.now, 2U);
-  EXPECT_EQ(stores.RxCount, 0U);
-  EXPECT_TRUE(line.waiting.empty());
-  EXPECT_EQ(platform.log, (doubles::Log{"open", "discard", "write"}));
-  EXPECT_EQ(line.written, (std::vector<Bytes>{{0, 13, 255}}));
-  line.writeError = PortError{-5, "Gone."};  // only a report follows
-  LL_Serial_SendMessage(line, stores, platform.desktop, reports);
-  EXPECT_TRUE(platform.log.back().ends_with("Gone.\r\nOccured in LL_Serial_SendMessage"));
-}
-
 TEST(ReceivePoll, CompletesInTheCallThatStoresTheLastByte) {
   doubles::FakePlatform platform;
   platform.line.open();
-  FrameStores stores;
-  stores.TxLength = kPoll.size();
+  Bytes RxBuffer(1024);
+  std::size_t rxCount = 0;
+  const auto poll = [&] {
+    return LL_DRAVO_PollReceive(platform.line, RxBuffer, kPoll.size(), rxCount);
+  };
   const std::tuple<Bytes, bool, std::size_t> rows[] = {
       {{}, false, 0},
       {kPoll, false, 5},
@@ -55,13 +33,15 @@ TEST(ReceivePoll, CompletesInTheCallThatStoresTheLastByte) {
       {{4}, true, 1024}};
   for (const auto& [bytes, complete, stored] : rows) {
     platform.line.waiting = bytes;
-    EXPECT_EQ(LL_DRAVO_PollReceive(platform.line, stores), complete) << stored;
-    EXPECT_EQ(stores.RxCount, stored);
+    EXPECT_EQ(poll(), complete) << stored;
+    EXPECT_EQ(rxCount, stored);
   }
-  EXPECT_EQ(stores.RxBuffer[1023], 3);
-  stores.RxCount = 0;
-  platform.line.waiting = kPoll + Bytes{1, 255, 80, 0} + Bytes(256, 0);  // the longest reply
-  EXPECT_TRUE(LL_DRAVO_PollReceive(platform.line, stores));
+  EXPECT_EQ(RxBuffer[1023], 3);
+  rxCount = 0;
+  platform.line.waiting = kPoll + Bytes{1, 255, 80, 0} + Bytes(255, 0);  // the longest reply
+  EXPECT_FALSE(poll());
+  platform.line.waiting = {0};
+  EXPECT_TRUE(poll());
 }
 
 TEST(ReplyCheck, StopsAtTheFirstFaultAndLeavesTheReplyStoreAsFarAsItCame) {
@@ -81,7 +61,8 @@ TEST(ReplyCheck, StopsAtTheFirstFaultAndLeavesTheReplyStoreAsFarAsItCame) {
       {kPoll + Bytes{1, 0, 80, 5, 170}, "Error : NAK message", 0, before},
       {kPoll + Bytes{1, 1, 80, 7, 9, 158}, "Error : Return header invalid", 1, {9}},
       {Bytes(5, 0) + kDone, "", 0, before},  // the echo counts by its length
-      {kPoll + Bytes{1, 2, 80, 0, 10, 20, 143}, "", 2, {10, 20}}};
+      {kPoll + Bytes{1, 2, 80, 0, 10, 20, 143}, "", 2, {10, 20}},
+      {kPoll + Bytes{1, 200, 80, 0} + Bytes(200, 0) + Bytes{231}, "", 200, Bytes(200, 0)}};
   for (const auto& [received, result, count, data] : rows) {
     FrameStores stores{{}, 5, {}, received.size(), before, 2};
     stores.RxBuffer.fill(0xEE);
@@ -119,13 +100,15 @@ class TransactionTest : public testing::Test, protected doubles::FakePlatform {
   Command command{"254", 80, 1, 1000, "Poll"};
 };
 
-TEST_F(TransactionTest, WaitsTheWholeTimeOutInEachOfTwoAttemptsWhateverTheClockDoes) {
+TEST_F(TransactionTest, WaitsTheWholeTimeOutAfterEachOfTwoWritesWhateverTheClockDoes) {
+  desktop.onPass = [&] { line.unsent -= line.unsent > 0 ? 1 : 0; };
   command.timeoutMs = 100;
   for (const std::uint32_t start : {0xFFFFFFFFU - 50, 0x7FFFFFFFU - 50}) {  // wraps, turns negative
     clock.now = start;
+    line.unsent = 7;  // milliseconds until the first write
     EXPECT_EQ(transaction.LL_DRAVO_Send(command), "Error : All comms is dead");
     EXPECT_EQ(std::exchange(line.written, {}), (std::vector<Bytes>{kPoll, kPoll}));
-    EXPECT_EQ(clock.now - start, 2U * 102U);  // ends in the pass that reads 101, not 100
+    EXPECT_EQ(clock.now - start, 7 + 2U * 102U);  // ends in the pass that reads 101, not 100
   }
 }
 

@@ -57,7 +57,7 @@ TEST_F(RequestTest, TellsOfAMissingPodOnceAndIsReadyForTheNextClick) {
   playPod(doubles::kEngineer);
   for (int i = 0; i < 2; ++i) line.script.insert(line.script.begin() + 1, {{{0, Bytes(3)}}});
   form.selected.reset();
-  click();  // the first round for the build code fails
+  click();                                      // the first round for the build code fails
   EXPECT_EQ(line.configuration.portNumber, 1);  // as before, because none is selected
   EXPECT_EQ(log[log.size() - 3], "Label1: E-1234567");
 }
@@ -78,6 +78,12 @@ TEST_F(RequestTest, EndsTheProgramWhenThePortDoesNotOpen) {
   line.open();
   log.clear();
   EXPECT_THROW(click(), doubles::ProgramEnded);  // already open, so no message
+  EXPECT_EQ(log, (Log{"cmdAccept: disabled", "Label1: "}));
+  line.closeError.reset();
+  line.close();
+  log.clear();
+  frmStartup notLoaded{form, line, desktop, clock, {}, {}};  // knows no rate, so accepts none
+  EXPECT_THROW(notLoaded.Control_Click({"cmdAccept"}), doubles::ProgramEnded);
   EXPECT_EQ(log, (Log{"cmdAccept: disabled", "Label1: "}));
 }
 

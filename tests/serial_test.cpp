@@ -2,6 +2,7 @@
 
 #include <tuple>
 
+#include "serial/message_write.h"
 #include "serial/port_control.h"
 #include "serial/ticks.h"
 #include "tests/doubles.h"
@@ -9,7 +10,7 @@
 namespace zendor {
 namespace {
 
-using doubles::Log;
+using doubles::Bytes, doubles::Log;
 
 const std::string kAdvice = "\r\nPlease free the port or choose another";
 
@@ -28,10 +29,10 @@ auto fieldsOf(const PortConfiguration& c) {
 
 TEST_F(SerialTest, WritesTheWholeConfigurationForAnAcceptedRateAndNothingForOthers) {
   const PortConfiguration spoiled{9, 9, 9, true, 9, 9, 9, "spoiled"};
-  const std::pair<const char*, bool> rows[] = {{"9600,N,8,1", true},    {"256000,E,7,2", true},
-                                               {"57600,N,8,1", false},  {"115200,N,8,1", false},
-                                               {"9600.5,N,8,1", false}, {",N,8,1", false},
-                                               {"9600", false}};
+  const std::pair<const char*, bool> rows[] = {
+      {"9600,N,8,1", true},    {"110,N,8,1", true},    {"14400,N,8,1", true},
+      {"256000,E,7,2", true},  {"57600,N,8,1", false}, {"115200,N,8,1", false},
+      {"9600.5,N,8,1", false}, {",N,8,1", false},      {"9600", false}};
   for (const auto& [settings, accepted] : rows) {
     line.configuration = spoiled;
     EXPECT_EQ(control.Port_InitialiseSerialPort(3, settings), accepted) << settings;
@@ -64,6 +65,27 @@ TEST_F(SerialTest, ShutsDownPastAPortThatWillNotClose) {
   const std::string box = "[Error opening/closing Serial Port 0] Stuck." + kAdvice;
   const std::string warning = "(!) [Tarrow] PORT reset fail - please reset your HH PC!";
   EXPECT_EQ(log, (Log{"open", "close", "open", "close", box, warning}));
+}
+
+TEST_F(SerialTest, WritesAMessageOnceTheQueueHasDrainedAndStaleInputIsGone) {
+  Bytes message{0, 13, 255};
+  std::size_t RxCount = 7;
+  line.open();
+  line.unsent = 2;
+  desktop.onPass = [&] {
+    --line.unsent;
+    line.waiting.push_back(9);  // noise during the wait
+    message.push_back(9);       // too late to be sent
+  };
+  LL_Serial_SendMessage(line, message, RxCount, desktop, reports);
+  EXPECT_EQ(clock.now, 2U);
+  EXPECT_EQ(RxCount, 0U);
+  EXPECT_TRUE(line.waiting.empty());
+  EXPECT_EQ(log, (Log{"open", "discard", "write"}));
+  EXPECT_EQ(line.written, (std::vector<Bytes>{{0, 13, 255}}));
+  line.writeError = PortError{-5, "Gone."};  // only a report follows
+  LL_Serial_SendMessage(line, message, RxCount, desktop, reports);
+  EXPECT_TRUE(log.back().ends_with("Gone.\r\nOccured in LL_Serial_SendMessage"));
 }
 
 TEST(Ticks, AreUnsigned) {

@@ -1,0 +1,19 @@
+#include "serial/message_write.h"
+
+namespace zendor {
+
+// The message is a copy, because events run during the wait.
+void LL_Serial_SendMessage(SerialPort& MSComm1, const std::vector<std::uint8_t> message,
+                           std::size_t& RxCount, Desktop& desktop, ErrorReports& reports) {
+  while (MSComm1.bytesToSend() != 0) desktop.processEvents();
+  // Discarded after the wait, so that bytes that arrived during it are discarded too.
+  RxCount = 0;
+  MSComm1.discardWaiting();
+  try {
+    MSComm1.write(message);
+  } catch (const PortError& error) {
+    reports.Tool_ReportUnhandledError(error, "LL_Serial_SendMessage");
+  }
+}
+
+}  // namespace zendor

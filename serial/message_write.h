@@ -1,0 +1,21 @@
+// The one routine that writes to the serial port.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "common/error_reports.h"
+#include "platform/desktop.h"
+#include "platform/serial_port.h"
+
+namespace zendor {
+
+// Writes the bytes to the open port in one write, once earlier output has left and stale input is
+// discarded, so that what is received from then on is the echo of the bytes and the reply. RxCount,
+// the number of bytes received since the last write, is 0 afterwards. A refused write is reported
+// to the user and to nobody else.
+void LL_Serial_SendMessage(SerialPort& MSComm1, std::vector<std::uint8_t> message,
+                           std::size_t& RxCount, Desktop& desktop, ErrorReports& reports);
+
+}  // namespace zendor
