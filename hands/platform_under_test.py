@@ -40,6 +40,7 @@ def this_platform():
 
 
 def is_held(device):
+    device = os.path.realpath(device)
     for name in glob.glob("/proc/[0-9]*/fd/*"):
         try:
             if os.readlink(name) == device:

@@ -1,6 +1,7 @@
 """A simulated pod that a test puts behind a port, and the requests that it has seen."""
 
 import subprocess
+import tempfile
 import threading
 
 from screen import wait_for
@@ -14,12 +15,17 @@ SLOW = [option for header in (254, 192, 242) for option in ("--fault", f"echo-on
 
 
 class SimulatedPod:
-    """A simulated pod on a pseudo-terminal of its own."""
+    """A simulated pod on a line of its own. Its device is a link that leads nowhere once the pod has
+    gone, because the system gives the number of its pseudo-terminal to whoever asks next."""
 
-    def __init__(self, simulator, *options):
+    def __init__(self, simulator, *options, device=None):
+        self.folder = tempfile.TemporaryDirectory(prefix="pod-")
+        self.device = device or f"{self.folder.name}/tty"
+        command = [simulator, "--trace", "--link", self.device, *options]
         pipes = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE}
-        self.process = subprocess.Popen([simulator, "--trace", *options], text=True, **pipes)
-        self.device = self.process.stdout.readline().strip()
+        self.process = subprocess.Popen(command, text=True, **pipes)
+        if not self.process.stdout.readline():  # the line is there once it is named
+            raise RuntimeError(f"The simulated pod has ended: {self.process.stderr.read()}")
         self.trace = []
         self.tracing = threading.Thread(target=self._read_trace)
         self.tracing.start()
@@ -28,18 +34,14 @@ class SimulatedPod:
         return self
 
     def __exit__(self, *_):
-        self.process.terminate()
-        self._wait_for_end()
+        self.pull_out()
         self.process.stdout.close()
         self.process.stderr.close()
+        self.folder.cleanup()
 
     def _read_trace(self):
         for line in self.process.stderr:
             self.trace.append(line)
-
-    def _wait_for_end(self):
-        self.process.wait()
-        self.tracing.join()
 
     def _frames(self):
         marked = [line.rstrip().partition(": ") for line in self.trace]
@@ -47,10 +49,24 @@ class SimulatedPod:
 
     def wait_for(self, frame, times=1):
         """Waits until the host has sent that frame so many times."""
-        wait_for(lambda: self._frames().count(frame) >= times or None, f"The frame {frame}")
 
-    def requests(self):
-        """Ends the pod, and returns the frames that the host has sent."""
+        def look():
+            has_ended = not self.tracing.is_alive()
+            if self._frames().count(frame) >= times:
+                return True
+            if has_ended:
+                raise RuntimeError("The simulated pod has ended")
+            return None
+
+        wait_for(look, f"The frame {frame}")
+
+    def pull_out(self):
+        """Ends the line, as an adapter does that is pulled out."""
         self.process.terminate()
-        self._wait_for_end()
+        self.process.wait()
+        self.tracing.join()
+
+    def requests_at_end(self):
+        """Ends the line, and returns the frames that the host has sent."""
+        self.pull_out()
         return self._frames()

@@ -1,4 +1,6 @@
 // The command that runs a simulated pod on a pseudo-terminal until it is interrupted.
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdlib>
@@ -24,6 +26,7 @@ struct Arguments {
   bool noPod = false;
   bool unpaced = false;
   bool trace = false;
+  unsigned pullOutAfter = 0;  // requests; 0 is never
   std::string link;
   std::vector<std::string> faults;
 };
@@ -93,6 +96,10 @@ void declareLine(CLI::App& app, Arguments& arguments) {
       ->check(complaintAboutFault);
   app.add_flag("--unpaced", arguments.unpaced,
                "Bytes pass at once instead of at the pace of 9600 baud.");
+  app.add_option("--pull-out-after", arguments.pullOutAfter,
+                 "The line goes away at once after so many requests, as an adapter does that is\n"
+                 "pulled out.")
+      ->type_name("REQUESTS");
   app.add_option("--link", arguments.link,
                  "A symbolic link to the device is made here and removed at the end. It takes\nthe "
                  "place of another symbolic link, never of a file.")
@@ -110,13 +117,22 @@ void printFrame(Sender sender, const Bytes& frame) {
   std::cerr << line.str() << std::endl;
 }
 
+// The signal goes to the whole process, so that the thread that waits for it takes it.
+Onlooker onlooker(const Arguments& arguments) {
+  return [trace = arguments.trace, left = arguments.pullOutAfter](Sender sender,
+                                                                  const Bytes& frame) mutable {
+    if (trace) printFrame(sender, frame);
+    if (sender == Sender::Host && left > 0 && --left == 0) ::kill(::getpid(), SIGTERM);
+  };
+}
+
 LineOptions lineOptions(const Arguments& arguments) {
   std::vector<FaultRule> rules;
   for (const std::string& fault : arguments.faults) rules.push_back(parseFaultRule(fault));
   LineOptions options;
   options.faults = FaultPlan(std::move(rules));
   options.isPaced = !arguments.unpaced;
-  if (arguments.trace) options.onlooker = printFrame;
+  options.onlooker = onlooker(arguments);
   if (arguments.noPod) options.pod.reset();
   if (options.pod) {
     options.pod->buildCode = arguments.buildCode;

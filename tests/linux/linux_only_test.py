@@ -5,7 +5,6 @@ come and go, and the locks on a port.
 Usage: linux_only_test.py linux WINDOW_ON_PORTS ZENDOR_POD_SIMULATOR
 """
 
-import glob
 import os
 import pathlib
 import re
@@ -28,8 +27,9 @@ ICONS = pathlib.Path(__file__).parents[2] / "packaging/linux/icons"
 NOTHING = "no such port on this computer"
 
 
-def lock_files():
-    return sorted(glob.glob("/var/lock/LCK..*"))
+def lock_file(pod):
+    """The name that other programs give to the lock file of the device."""
+    return pathlib.Path("/var/lock/LCK.." + os.path.basename(os.path.realpath(pod.device)))
 
 
 def wait_for_description(user, text):
@@ -56,7 +56,7 @@ class LinuxOnly(unittest.TestCase):
                 user.box()
             user.press("Return")
             user.wait_until_ready()
-            self.assertEqual(pod.requests(), [POLL, POLL])
+            self.assertEqual(pod.requests_at_end(), [POLL, POLL])
 
     def test_a_message_is_copied_with_the_keyboard(self):
         with Pod("--no-pod") as pod, User([WINDOW, pod.device]) as user:
@@ -93,21 +93,22 @@ class LinuxOnly(unittest.TestCase):
         adapter = f"/dev/ttyZendorTest{os.getpid()}"
         with User([WINDOW, adapter]) as user:
             wait_for_description(user, NOTHING)
-            with Pod("--link", adapter) as pod:
+            with Pod(device=adapter) as pod:
                 wait_for_description(user, adapter)
-                pod.process.terminate()
+                pod.pull_out()
                 wait_for_description(user, NOTHING)
 
     def test_obeys_the_lock_files_of_other_programs(self):
         with Pod() as pod, User([WINDOW, pod.device]) as user:
-            lock = pathlib.Path("/var/lock/LCK.." + os.path.basename(pod.device))
-            self.addCleanup(lock.unlink, missing_ok=True)
+            lock = lock_file(pod)
             lock.write_text("         1\n")
-            user.click(BUTTON)
-            self.assertIn(f"process 1 has locked it with {lock}.", user.box().text)
+            try:
+                user.click(BUTTON)
+                self.assertIn(f"process 1 has locked it with {lock}.", user.box().text)
+            finally:  # while the number is this pod's
+                lock.unlink()
 
     def test_frees_the_port_when_it_is_killed_and_leaves_no_lock_behind(self):
-        locks = lock_files()
         with Pod("--serial-number", "9", *SLOW) as pod:
             for result in ("killed", "C-9"):
                 with User([WINDOW, pod.device]) as user:
@@ -115,7 +116,7 @@ class LinuxOnly(unittest.TestCase):
                     user.wait_until_ready(False)
                     if result != "killed":
                         self.assertEqual(user.wait_for_result(), result)
-            self.assertEqual(lock_files(), locks)
+                self.assertFalse(lock_file(pod).exists())
 
 
 if __name__ == "__main__":

@@ -55,7 +55,7 @@ class Request(unittest.TestCase):
             user.wait_for_result()
             user.wait_until_ready()
             user.wait_until_focused(BUTTON)  # a disabled button loses the focus
-            self.assertEqual(pod.requests(), WHOLE_REQUEST)
+            self.assertEqual(pod.requests_at_end(), WHOLE_REQUEST)
 
     def test_keeps_the_result_while_another_window_has_the_keyboard(self):
         with Pod() as pod, self.user(pod.device) as user:
@@ -108,7 +108,7 @@ class Request(unittest.TestCase):
             user.click(OPTIONS[0])
             user.click(BUTTON)
             self.assertEqual(user.wait_for_result(), "C-7")
-            self.assertEqual(pod.requests(), [POLL, POLL, *WHOLE_REQUEST])
+            self.assertEqual(pod.requests_at_end(), [POLL, POLL, *WHOLE_REQUEST])
 
     def test_is_worked_with_the_keyboard_alone(self):
         with Pod("--serial-number", "5") as pod, self.user(pod.device, pod.device) as user:
@@ -134,7 +134,7 @@ class Request(unittest.TestCase):
             self.assertFalse(user.is_selected(OPTIONS[0]))
             user.press("ctrl+c")
             user.wait_until_copied("C-5")
-            self.assertEqual(pod.requests(), WHOLE_REQUEST * 3)
+            self.assertEqual(pod.requests_at_end(), WHOLE_REQUEST * 3)
 
     def test_a_key_that_is_held_starts_one_request(self):
         with Pod() as pod, self.user(pod.device) as user:
@@ -142,7 +142,7 @@ class Request(unittest.TestCase):
                 user.wait_for_result()
                 time.sleep(1.5)  # the keyboard repeats the key meanwhile
             user.wait_until_ready()
-            self.assertEqual(pod.requests(), WHOLE_REQUEST)
+            self.assertEqual(pod.requests_at_end(), WHOLE_REQUEST)
 
     def test_the_arrow_keys_walk_through_the_ports_and_round(self):
         with self.user() as user:
@@ -198,7 +198,7 @@ class Request(unittest.TestCase):
             user.wait_until_ready()
             self.assertEqual(user.focused(), OPTIONS[0])
             twice = [POLL, POLL, BUILD_CODE, BUILD_CODE, SERIAL, SERIAL]
-            self.assertEqual(pod.requests(), twice)
+            self.assertEqual(pod.requests_at_end(), twice)
 
     def test_a_request_goes_on_while_the_user_holds_the_window(self):
         self.addCleanup(self.platform.set_up)
@@ -231,10 +231,9 @@ class Request(unittest.TestCase):
         self.assertEqual(user.client_place(), place)
 
     def test_each_kind_of_message_has_its_sign(self):
-        with Pod("--fault", "echo-only:254") as pod, self.user(pod.device) as user:
-            user.click(BUTTON)
-            pod.wait_for(POLL)
-            pod.process.kill()  # the second attempt cannot be written
+        torn_out = ("--fault", "echo-only:254", "--pull-out-after", "1")
+        with Pod(*torn_out) as pod, self.user(pod.device) as user:
+            user.click(BUTTON)  # the second attempt cannot be written
             self.assert_box(user.box(), "Unhandled Error", "Occured", "yellow")
             user.answer()
             self.assert_box(user.box(), *NO_POD)
@@ -245,12 +244,12 @@ class Request(unittest.TestCase):
 
     def test_a_line_torn_out_behind_a_message_opens_again_once_it_is_back(self):
         with tempfile.TemporaryDirectory() as folder, self.user(f"{folder}/tty") as user:
-            with Pod("--no-pod", "--link", f"{folder}/tty"):
+            with Pod("--no-pod", device=f"{folder}/tty"):
                 user.click(BUTTON)
                 user.box()
             user.answer()
             user.wait_until_ready()
-            with Pod("--link", f"{folder}/tty"):
+            with Pod(device=f"{folder}/tty"):
                 user.click(BUTTON)
                 self.assertEqual(user.wait_for_result(), "C-1234567")
 
