@@ -9,6 +9,7 @@ import time
 
 import screen
 from captions import BUTTON
+from evidence import tell_what_is_seen
 from screen import output_of, xdotool
 
 # A message box. Its buttons are a dictionary of their places by their names; the inside is the
@@ -17,11 +18,11 @@ Box = collections.namedtuple("Box", "title text buttons inside")
 
 
 class AnyUser:
-    """The end of a with block kills the program. What the window shows is seen by the class of each
-    platform: title(), client_place(), menu_bar(), place(caption), is_enabled(caption),
-    is_selected(caption), result(), result_place(), focused() and find_box(). A place is left, top,
-    right and bottom on the screen. focused() and find_box() are None where there is no focus and no
-    box."""
+    """A with block begins once the window is there and has the keyboard; its end kills the program.
+    What the window shows is seen by the class of each platform: wait_for_window(), title(),
+    client_place(), menu_bar(), place(caption), is_enabled(caption), is_selected(caption), result(),
+    result_place(), focused() and find_box(). A place is left, top, right and bottom on the screen.
+    focused() and find_box() are None where there is no focus and no box."""
 
     wait_for = staticmethod(screen.wait_for)
 
@@ -30,9 +31,17 @@ class AnyUser:
         self.window_class = window_class
 
     def __enter__(self):
+        try:
+            self.wait_for_window()
+            self.wait_until(self.focused, "The keyboard focus")
+        except Exception as error:
+            self.__exit__(type(error), error, None)
+            raise
         return self
 
-    def __exit__(self, *_):
+    def __exit__(self, _, error, __):
+        if error:
+            tell_what_is_seen(error, self)
         self.process.kill()
         self.process.wait()
 
@@ -152,8 +161,9 @@ class AnyUser:
         for window in output_of(*search, check=False).split():
             if "not found" in output_of("xprop", "-id", window, "WM_STATE", check=False):
                 geometry = output_of("xdotool", "getwindowgeometry", "--shell", window, check=False)
-                _, left, top, width, height, *_ = map(int, re.findall(r"=(-?\d+)", geometry))
-                return left, top, left + width, top + height
+                if numbers := re.findall(r"=(-?\d+)", geometry):  # none once it is closed
+                    _, left, top, width, height, *_ = map(int, numbers)
+                    return left, top, left + width, top + height
         return None
 
     def menu(self):

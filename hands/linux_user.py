@@ -36,8 +36,10 @@ class User(AnyUser):
     def __init__(self, command, **variables):
         environment = dict(os.environ, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", **variables)
         super().__init__(subprocess.Popen(command, env=environment), os.path.basename(command[0]))
+        self.window = None
+
+    def wait_for_window(self):
         self.window = self.wait_for(self._window, "The window")
-        self.wait_until(self.focused, "The keyboard focus")
 
     def wait_for(self, look, what, seconds=20.0):
         """Looks again when an element goes away while it is looked at."""
@@ -60,6 +62,8 @@ class User(AnyUser):
 
     def find(self, name):
         def look():
+            if self.process.poll() is not None:
+                raise StopIteration(f'The program has ended without "{name}"')
             return next((e for e in descendants(self.window) if e.name == name), None)
 
         return self.wait_for(look, f'"{name}"')

@@ -4,6 +4,7 @@ import subprocess
 import tempfile
 import threading
 
+from evidence import tell_trace
 from screen import wait_for
 
 POLL, BUILD_CODE, SERIAL = "80 0 1 254 177", "80 0 1 192 239", "80 0 1 242 189"
@@ -25,7 +26,7 @@ class SimulatedPod:
         pipes = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE}
         self.process = subprocess.Popen(command, text=True, **pipes)
         if not self.process.stdout.readline():  # the line is there once it is named
-            raise RuntimeError(f"The simulated pod has ended: {self.process.stderr.read()}")
+            raise RuntimeError(f"The simulated pod has ended: {self.process.communicate()[1]}")
         self.trace = []
         self.tracing = threading.Thread(target=self._read_trace)
         self.tracing.start()
@@ -33,8 +34,11 @@ class SimulatedPod:
     def __enter__(self):
         return self
 
-    def __exit__(self, *_):
+    def __exit__(self, _, error, __):
+        end = self.process.poll()
         self.pull_out()
+        if error:
+            tell_trace(error, self.trace, end)
         self.process.stdout.close()
         self.process.stderr.close()
         self.folder.cleanup()

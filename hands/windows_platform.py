@@ -132,10 +132,8 @@ class Windows:
         """A user of the window with the devices behind Serial Port 1 and on; None is no device."""
         self.attach(*devices)
         self.reader = self.reader or Reader(self)
-        user = User(self.start("program/windows/ZendorSerialExtractor.exe"), self.reader)
-        if self.managed:
-            user.wait_until(user.has_keyboard, "The keyboard of the screen")
-        return user
+        process = self.start("program/windows/ZendorSerialExtractor.exe")
+        return User(process, self.reader, self.managed)
 
     def refusals(self, _):
         """Devices that do not open, each with the start of the reason, because the rest is in the
@@ -218,15 +216,21 @@ class Reader:
 
 
 class User(AnyUser):
-    """Uses the window of the program that runs as the process."""
+    """Uses the window of the program that runs as the process. Whether the window manager manages
+    the window is said by managed."""
 
-    def __init__(self, process, reader):
+    def __init__(self, process, reader, managed):
         super().__init__(process, "zendorserialextractor.exe")
         self.reader = reader
-        self.wait_until(self.focused, "The keyboard focus")
+        self.managed = managed
 
-    def __exit__(self, *_):
-        super().__exit__()
+    def wait_for_window(self):
+        self.wait_until(self.rows, "The window")
+        if self.managed:
+            self.wait_until(self.has_keyboard, "The keyboard of the screen")
+
+    def __exit__(self, *error):
+        super().__exit__(*error)
         self.wait_until(lambda: not self.rows(), "The end of the window")
 
     def rows(self):
