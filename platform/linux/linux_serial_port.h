@@ -40,7 +40,7 @@ class LinuxSerialPort final : public SerialPort {
   std::filesystem::path lockFolder_;
   std::string device_;  // of the last open
   FileDescriptor line_;
-  bool setLowLatency_ = false;                 // so that a close puts it back
+  bool hasSetLowLatency_ = false;              // so that a close puts it back
   std::array<std::uint8_t, 4096> received_{};  // the line discipline keeps no more
 };
 

@@ -1,17 +1,13 @@
 #include "platform/linux/port_devices.h"
 
-#include <fcntl.h>
-
-#include <array>
-#include <cctype>
+#include <compare>
 #include <cstddef>
 #include <iterator>
 #include <set>
 #include <system_error>
-#include <tuple>
 #include <utility>
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/first_line.h"
 
 namespace zendor {
 
@@ -19,53 +15,35 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Ports sort as a person counts them: on-board ports first, then by name, ttyUSB2 before ttyUSB10.
-struct Port {
+// Sorts ports as a person counts them: on-board ports first, then by name, ttyUSB2 before ttyUSB10.
+struct SortKey {
   bool adapter = false;
   std::string stem;  // the name without its number
   std::size_t nameLength = 0;
   std::string name;
 
-  bool operator<(const Port& other) const {
-    return std::tie(adapter, stem, nameLength, name) <
-           std::tie(other.adapter, other.stem, other.nameLength, other.name);
-  }
+  auto operator<=>(const SortKey&) const = default;
 };
 
-Port portOf(const std::string& name, bool adapter) {
+SortKey sortKeyOf(const std::string& name, bool adapter) {
   return {adapter, name.substr(0, name.find_last_not_of("0123456789") + 1), name.size(), name};
-}
-
-// Empty when there is no such file.
-std::string firstLineOf(const fs::path& file) {
-  const FileDescriptor opened(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
-  std::array<char, 256> text{};
-  const ssize_t length = ::read(opened.number(), text.data(), text.size());
-  const std::string read(text.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
-  return read.substr(0, read.find('\n'));
 }
 
 // The terminals with hardware behind them. Consoles, virtual terminals and pseudo-terminals are
 // left out, because the kernel shows no device of theirs. An on-board port tells its kind of chip.
 // The kernel also lists places for chips that are not there, and the kind of those is 0.
-std::set<Port> realPorts(const fs::path& terminals) {
-  std::set<Port> ports;
+std::set<SortKey> realPorts(const fs::path& terminals) {
+  std::set<SortKey> ports;
   std::error_code error;
   const fs::directory_iterator end;
   for (fs::directory_iterator entry(terminals, error); entry != end; entry.increment(error)) {
     const fs::path& terminal = entry->path();
     const std::string chip = firstLineOf(terminal / "type");
     if (chip != "0" && fs::exists(terminal / "device", error)) {
-      ports.insert(portOf(terminal.filename().string(), chip.empty()));
+      ports.insert(sortKeyOf(terminal.filename().string(), chip.empty()));
     }
   }
   return ports;
-}
-
-// A device may call itself by any characters, and control characters would work on a terminal.
-std::string withoutControlCharacters(std::string text) {
-  std::erase_if(text, [](unsigned char c) { return std::iscntrl(c) != 0; });
-  return text;
 }
 
 // The name that the USB device of the port gives itself; empty for other ports. The search upwards
@@ -74,9 +52,7 @@ std::string usbProductOf(const fs::path& port) {
   std::error_code error;
   fs::path device = fs::canonical(port, error);
   for (; device.has_relative_path(); device = device.parent_path()) {
-    if (fs::exists(device / "idVendor", error)) {
-      return withoutControlCharacters(firstLineOf(device / "product"));
-    }
+    if (fs::exists(device / "idVendor", error)) return firstLineOf(device / "product");
   }
   return {};
 }
@@ -88,7 +64,7 @@ PortDevices::PortDevices(std::filesystem::path sysfs) : terminals_(std::move(sys
 }
 
 std::optional<std::string> PortDevices::deviceOfPort(int portNumber) const {
-  const std::set<Port> ports = realPorts(terminals_);
+  const std::set<SortKey> ports = realPorts(terminals_);
   if (portNumber < 1 || static_cast<std::size_t>(portNumber) > ports.size()) return std::nullopt;
   return "/dev/" + std::next(ports.begin(), portNumber - 1)->name;
 }

@@ -1,6 +1,6 @@
 // Tells which device is "Serial Port n". The numbers count the computer's real ports in the order
-// in which a person counts them. Nothing is remembered between two questions, so that an adapter
-// that is plugged in later is found.
+// in which a person counts them. Nothing is remembered between two questions, so an adapter that is
+// plugged in later is found.
 #pragma once
 
 #include <filesystem>

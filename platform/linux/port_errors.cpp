@@ -37,8 +37,9 @@ PortError forbidden(int number, const std::string& device) {
 
 PortError absentPort(int portNumber) { return absent(ENODEV, std::to_string(portNumber)); }
 
-PortError busyPort(const std::string& device, const std::string& traces) {
-  return {EBUSY, "The serial port " + device + " is in use by another program" + traces +
+PortError busyPort(const std::string& device, const std::string& evidence) {
+  return {EBUSY, "The serial port " + device + " is in use by another program" +
+                     (evidence.empty() ? "" : ": " + evidence) +
                      ". Close that program and try again."};
 }
 
@@ -59,8 +60,6 @@ PortError refusedCall(const std::string& device, int errorNumber) {
     case ENODEV:
     case ENXIO:
       return absent(errorNumber, device);
-    case EBUSY:
-      return busyPort(device);
     case EACCES:
     case EPERM:
       return forbidden(errorNumber, device);

@@ -11,8 +11,9 @@ namespace zendor {
 // No device belongs to the port number.
 PortError absentPort(int portNumber);
 
-// Another program has the device. The traces tell which one, if the system tells.
-PortError busyPort(const std::string& device, const std::string& traces = {});
+// Another program has the device. The evidence, such as "process 1234 (name) has it open", may be
+// empty.
+PortError busyPort(const std::string& device, const std::string& evidence);
 
 // The driver would run at another rate than the one asked for.
 PortError unsupportedRate(const std::string& device, int asked, unsigned int offered);

@@ -12,7 +12,8 @@
 #include <sstream>
 #include <system_error>
 
-#include "platform/linux/pseudo_terminal.h"
+#include "platform/linux/first_line.h"
+#include "platform/linux/terminal_kinds.h"
 
 namespace zendor {
 
@@ -33,8 +34,8 @@ const char* nextNumber(const Folder& folder) {
   return nullptr;
 }
 
-// A device is known by its number, because that is the same under every path. The numbers of
-// pseudo-terminals begin anew in every container, so their file system has to be the same, too.
+// Paths that lead to the same device have the same device number. Pseudo-terminals of two
+// containers can share a number, so for a pseudo-terminal the file system has to be the same, too.
 bool isDevice(const struct statx& file, const struct stat& device) {
   if (!S_ISCHR(file.stx_mode)) return false;
   if (makedev(file.stx_rdev_major, file.stx_rdev_minor) != device.st_rdev) return false;
@@ -46,10 +47,12 @@ bool isDevice(const struct statx& file, const struct stat& device) {
 enum class Evidence { IsOpen, IsNotOpen, Unclear };
 
 // "/dev/tty" and "/dev/console" lead to a terminal that has a number of its own.
-bool isOtherName(const struct statx& file) { return file.stx_rdev_major == TTYAUX_MAJOR; }
+bool leadsToAnotherTerminal(const struct statx& file) {
+  return file.stx_rdev_major == TTYAUX_MAJOR;
+}
 
-// The files are unclear where the system does not show them, or where one may be the device under
-// another name.
+// The evidence is unclear when the system does not show every file, or when a file leads to another
+// terminal, which may be the device.
 Evidence evidenceOf(const Folder& descriptors, const struct stat& device) {
   if (!descriptors) return Evidence::Unclear;
   auto evidence = Evidence::IsNotOpen;
@@ -61,20 +64,20 @@ Evidence evidenceOf(const Folder& descriptors, const struct stat& device) {
     const bool isShown =
         ::statx(::dirfd(descriptors.get()), number, kWhatIsKnown, STATX_TYPE, &file) == 0;
     if (isShown && isDevice(file, device)) return Evidence::IsOpen;
-    if (!isShown || isOtherName(file)) evidence = Evidence::Unclear;
+    if (!isShown || leadsToAnotherTerminal(file)) evidence = Evidence::Unclear;
   }
   return evidence;
 }
 
-// Processes that were started by one login, or by one service, share a session and its terminal.
+// The processes of one login, or of one service, share a session. The session may have a terminal.
 struct Session {
   long number = 0;
   unsigned int terminal = 0;  // its number as the file "stat" has it, 0 for none
 };
 
-// The session of a process, from its file "stat". The fields there are separated by blanks. They
-// follow the name of the process in parentheses, and the name may hold any character, even a
-// parenthesis.
+// The session of a process, from its file "stat". There the name of the process stands in
+// parentheses and may itself hold any character, even a parenthesis, so it ends with the last one.
+// The fields that follow are separated by blanks.
 Session sessionOf(const fs::path& process) {
   std::ifstream file(process / "stat");
   std::string text;
@@ -94,20 +97,11 @@ dev_t deviceNumber(unsigned int terminal) {
   return makedev((terminal >> 8U) & 0xFFFU, (terminal & 0xFFU) | ((terminal >> 12U) & 0xFFF00U));
 }
 
-// Whether the device is the terminal of a session that is not the one of this process. The numbers
-// of pseudo-terminals are no evidence, because a container may use the same ones.
+// Whether the device is the terminal of a session that is not the one of this process. That a
+// pseudo-terminal has the same number is no evidence, because it may be one of another container.
 bool isTerminalOf(const Session& session, const Session& own, const struct stat& device) {
   return session.number != own.number && deviceNumber(session.terminal) == device.st_rdev &&
          !isPseudoTerminal(device.st_rdev);
-}
-
-// A program may call itself by any bytes, but the name is put into a text for people.
-std::string nameOf(const fs::path& process) {
-  std::ifstream file(process / "comm");
-  std::string name;
-  std::getline(file, name);
-  std::erase_if(name, [](char c) { return c < ' ' || c > '~'; });
-  return name;
 }
 
 }  // namespace
@@ -125,7 +119,7 @@ std::optional<std::string> otherHolderOf(const struct stat& device, const fs::pa
     const Evidence evidence = evidenceOf(descriptors, device);
     if (evidence == Evidence::IsOpen ||
         (evidence == Evidence::Unclear && isTerminalOf(sessionOf(process), own, device))) {
-      return std::string("process ") + number + " (" + nameOf(process) + ")";
+      return std::string("process ") + number + " (" + firstLineOf(process / "comm") + ")";
     }
   }
   return std::nullopt;

@@ -11,11 +11,13 @@
 namespace zendor {
 
 // "process 1234 (name)" of a process other than this one that has the device open, by whatever
-// path. The system shows the open files of their own processes to ordinary users, and of all
-// processes to the administrator. Where they are hidden, or where one is "/dev/tty" or
-// "/dev/console", the controlling terminal of the process tells: a login that waits on a serial
-// port is found by that. Other processes are not asked for their terminal, because a session loses
-// its terminal as soon as nobody has that device open.
+// path. What tells is
+// - an open file of the process. The system shows an ordinary user the files of the user's own
+//   processes, and the administrator the files of all processes;
+// - the controlling terminal of a process, when the system hides a file of that process or when a
+//   file is "/dev/tty" or "/dev/console". A login that waits on a serial port is found by this.
+// The terminal tells nothing of a process whose files are all known: the device may be open in
+// another process of the session only, and then the search finds that other process.
 std::optional<std::string> otherHolderOf(const struct stat& device,
                                          const std::filesystem::path& processes = "/proc");
 

@@ -1,6 +1,7 @@
-// The port on a driver that this program plays: its own fstat and ioctl stand before those of the
-// system, because a pseudo-terminal does not answer the calls that matter on hardware alone.
+// The port on a driver that this program plays: its own stat, opendir and ioctl stand before those
+// of the system, because a pseudo-terminal does not answer the calls that matter on hardware alone.
 #include <asm/termbits.h>
+#include <dirent.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <linux/serial.h>
@@ -8,12 +9,15 @@
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/sysmacros.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdarg>
 #include <cstdlib>
 #include <fstream>
+#include <string_view>
 #include <tuple>
 
 #include "platform/linux/linux_serial_port.h"
@@ -24,21 +28,36 @@ namespace {
 constexpr int kPlain = ASYNC_SKIP_TEST, kLowLatency = ASYNC_SKIP_TEST | ASYNC_LOW_LATENCY;
 
 struct Driver {
-  unsigned int major = 4;     // the kind of device: a port on board
-  unsigned long refused = 0;  // the one request that it does not know
-  unsigned int rate = 9600;   // what it runs at, whatever is asked for
+  unsigned int major = 4;        // the kind of device: a port on board; 0 for what it really is
+  unsigned int minor = 0xFFFFF;  // nobody else can have this open
+  unsigned long refused = 0;     // the one request that it does not know
+  unsigned int rate = 9600;      // what it runs at, whatever is asked for
   int flags = kPlain;
   bool exclusive = false;
   int modemLines = 0;
-  termios2 asked{};
+  termios2 settings{{}, {}, CS7, {}, {}, {}, {}, {}};
+  pid_t passerBy = 0;  // a process that ends between the first search and the second
+  int searches = 0;
+  bool isExclusiveInSearch = false;
 } driver;
 
 }  // namespace
 
-extern "C" int fstat(int number, struct stat* entry) noexcept {
-  const int result = ::fstatat(number, "", entry, AT_EMPTY_PATH);
-  entry->st_rdev = makedev(driver.major, 0xFFFFF);  // nobody else can have this open
+extern "C" int stat(const char* path, struct stat* entry) noexcept {
+  const int result = ::fstatat(AT_FDCWD, path, entry, 0);
+  if (driver.major != 0) entry->st_rdev = makedev(driver.major, driver.minor);
   return result;
+}
+
+extern "C" DIR* opendir(const char* path) {
+  if (path == std::string_view("/proc")) {
+    driver.isExclusiveInSearch = driver.exclusive;
+    if (++driver.searches == 2) {
+      ::kill(driver.passerBy, SIGKILL);
+      ::waitpid(driver.passerBy, nullptr, 0);
+    }
+  }
+  return ::fdopendir(::open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
 // A request that the driver does not play goes to the pseudo-terminal behind it.
@@ -55,9 +74,10 @@ extern "C" int ioctl(int line, unsigned long request, ...) noexcept {
   }
   switch (request) {
     case TCSETS2:
-      driver.asked = *static_cast<termios2*>(argument);
+      driver.settings = *static_cast<termios2*>(argument);
       return 0;
     case TCGETS2:
+      *static_cast<termios2*>(argument) = driver.settings;
       static_cast<termios2*>(argument)->c_ospeed = driver.rate;
       return 0;
     case TIOCGEXCL:
@@ -87,12 +107,32 @@ extern "C" int ioctl(int line, unsigned long request, ...) noexcept {
 namespace zendor {
 namespace {
 
-TEST(LinuxDriver, IsSetUpByTheOpenAndLeftAsItWasByTheClose) {
-  const FileDescriptor farEnd(::posix_openpt(O_RDWR | O_NOCTTY));
-  ::unlockpt(farEnd.number());
-  std::string device = ::ptsname(farEnd.number());
-  LinuxSerialPort port{[&](int) { return device; }};
-  port.configuration.settings = "9600,N,8,1";
+class LinuxDriver : public testing::Test {
+ public:
+  LinuxDriver() {
+    ::unlockpt(farEnd.number());
+    device = ::ptsname(farEnd.number());
+    port.configuration.settings = "9600,N,8,1";
+  }
+
+  const FileDescriptor farEnd{::posix_openpt(O_RDWR | O_NOCTTY)};
+  std::string device;
+  LinuxSerialPort port{[this](int) { return device; }};
+};
+
+TEST_F(LinuxDriver, AProgramThatHasTheDeviceOpenForAnInstantIsNoHolder) {
+  driver = {.major = 0, .passerBy = ::fork()};
+  if (driver.passerBy == 0) {
+    ::open(device.c_str(), O_RDONLY | O_NOCTTY);
+    ::raise(SIGSTOP);
+  }
+  ::waitpid(driver.passerBy, nullptr, WUNTRACED);
+  port.open();
+  EXPECT_EQ(driver.searches, 2);
+}
+
+TEST_F(LinuxDriver, IsSetUpByTheOpenAndLeftAsItWasByTheClose) {
+  constexpr const char* kNoPort = "is not a serial port. Choose another port.";
   constexpr int kBoth = TIOCM_DTR | TIOCM_RTS;
   const struct {
     Driver driver;
@@ -105,6 +145,9 @@ TEST(LinuxDriver, IsSetUpByTheOpenAndLeftAsItWasByTheClose) {
       {{.major = 188}, {true, kBoth, kLowLatency, 7}},   // an adapter
       {{.major = 136}, {false, kBoth, kLowLatency, 7}},  // the first kind of pseudo-terminal
       {{.major = 143}, {false, kBoth, kLowLatency, 7}},  // the last kind of pseudo-terminal
+      {{.major = 5, .minor = 64}, {true, kBoth, kLowLatency, 7}},
+      {{.major = 5, .minor = 63}, {}, kNoPort},  // "/dev/tty" and its kin
+      {{.major = 4, .minor = 63}, {}, kNoPort},  // a virtual console
       {{.flags = kLowLatency}, {true, kBoth, kLowLatency, 7}},
       {{.refused = TIOCGEXCL}, {true, kBoth, kLowLatency, 7}},
       {{.refused = TIOCMBIS}, {true, 0, kLowLatency, 7}},
@@ -112,6 +155,7 @@ TEST(LinuxDriver, IsSetUpByTheOpenAndLeftAsItWasByTheClose) {
       {{.refused = TIOCSSERIAL}, {true, kBoth, kPlain, 7}},
       {{.refused = TIOCOUTQ}, {true, kBoth, kLowLatency, 0}},
       {{.refused = TCGETS2}, {}, "cannot be used: Invalid argument."},
+      {{.refused = TCSETS2}, {}, "cannot be used: Invalid argument."},
       {{.rate = 9840}, {true, kBoth, kLowLatency, 7}},
       {{.rate = 9360}, {true, kBoth, kLowLatency, 7}},
       {{.rate = 9841}, {}, "cannot run at 9600 baud: its driver offers 9841. Use another adapter."},
@@ -123,12 +167,15 @@ TEST(LinuxDriver, IsSetUpByTheOpenAndLeftAsItWasByTheClose) {
       port.open();
       EXPECT_EQ(open,
                 std::tuple(driver.exclusive, driver.modemLines, driver.flags, port.bytesToSend()));
-      EXPECT_EQ(std::pair(driver.asked.c_ispeed, driver.asked.c_ospeed), std::pair(9600U, 9600U));
-      EXPECT_EQ(driver.asked.c_cflag, tcflag_t{BOTHER | CS8 | CREAD | CLOCAL | HUPCL});
+      EXPECT_EQ(driver.isExclusiveInSearch, driver.exclusive);
+      EXPECT_EQ(driver.settings.c_ispeed, 9600U);
+      EXPECT_EQ(driver.settings.c_ospeed, 9600U);
+      EXPECT_EQ(driver.settings.c_cflag, tcflag_t{BOTHER | CS8 | CREAD | CLOCAL | HUPCL});
       EXPECT_STREQ(refusal, "");
       port.close();
     } catch (const PortError& error) {
-      EXPECT_EQ(error.description, "The serial port " + device + " " + refusal);
+      EXPECT_TRUE(error.description.ends_with(device + " " + refusal)) << error.description;
+      EXPECT_EQ(driver.settings.c_cflag, before.settings.c_cflag);
     }
     EXPECT_EQ(std::tuple(port.isOpen(), driver.exclusive, driver.flags),
               std::tuple(false, before.exclusive, before.flags));
@@ -142,7 +189,7 @@ TEST(PortHolders, ALoginOfAnotherUserIsFoundByTheTerminalOfItsSession) {
   fs::create_directories(processes / "10");
   fs::create_directories(processes / "20");
   fs::create_symlink("10", processes / "self");
-  std::ofstream(processes / "20/comm") << "agetty\n";
+  std::ofstream(processes / "20/comm") << "ag\033etty\xC2\x9B\n";
   constexpr const char* kFound = "process 20 (agetty)";
   struct stat device {};
   const struct {

@@ -18,6 +18,7 @@
 
 #include "platform/linux/linux_serial_port.h"
 #include "platform/linux/port_devices.h"
+#include "platform/linux/port_errors.h"
 #include "tests/doubles.h"
 
 namespace zendor {
@@ -88,13 +89,16 @@ class LinuxLine : public testing::Test {
 };
 
 TEST_F(LinuxLine, CountsTheRealPortsOnBoardFirstThenAdaptersByNumber) {
+  // Left out: control characters, the last of two bytes too, and what is not UTF-8.
+  const char* const product =
+      "USB-\033\x7F\xC2\x80\xC2\x9F\xC2\xA0S\xC3\xA9rial \xE2\x82\xAC\xF0\x9F\x94\x8C \x9B"
+      "\xC0\x9B\xE0\x82\x9B\xED\xA0\x80\xF4\x90\x80\x80\xF8"
+      "Controller\xE2\x82";
   const std::pair<const char*, const char*> files[] = {
-      {"usb/idVendor", "1d6b"},      {"usb/product", "Hub"},
-      {"usb/1/idVendor", "067b"},    {"usb/1/product", "USB-\033Serial Controller"},
-      {"usb/2/idVendor", "067b"},    {"class/tty/ttyS0/type", "4"},
+      {"usb/idVendor", "1d6b"},      {"usb/product", "Hub"},         {"usb/1/idVendor", "067b"},
+      {"usb/1/product", product},    {"usb/2/idVendor", "067b"},     {"class/tty/ttyS0/type", "4"},
       {"class/tty/ttyS1/type", "0"},  // a place without a chip
-      {"class/tty/ttyS2/type", "3"}, {"class/tty/ttyS10/type", "4"},
-      {"class/tty/tty1/dev", ""}};
+      {"class/tty/ttyS2/type", "3"}, {"class/tty/ttyS10/type", "4"}, {"class/tty/tty1/dev", ""}};
   for (const auto& [name, text] : files) writeFile(name, text);
   const auto add = [this](const fs::path& name, const fs::path& behind) {
     fs::create_directories(folder / behind);
@@ -110,17 +114,23 @@ TEST_F(LinuxLine, CountsTheRealPortsOnBoardFirstThenAdaptersByNumber) {
   int number = 0;
   for (const char* expected :
        {"no such port on this computer", "/dev/ttyS0", "/dev/ttyS2", "/dev/ttyS10", "/dev/ttyACM0",
-        "/dev/ttyUSB2, USB-Serial Controller", "/dev/ttyUSB10", "no such port on this computer"})
+        "/dev/ttyUSB2, USB-\u00A0S\u00E9rial \u20AC\U0001F50C Controller", "/dev/ttyUSB10",
+        "no such port on this computer"})
     EXPECT_EQ(devices.describePort(number++), expected);
 }
 
-TEST_F(LinuxLine, NeverTakesTheNumberOfAStandardStream) {
-  const FileDescriptor input(::dup(STDIN_FILENO));
-  ::close(STDIN_FILENO);
-  port.open();
-  EXPECT_EQ(::fcntl(STDIN_FILENO, F_GETFD), -1) << "the line is the standard input";
-  port.close();
-  ::dup2(input.number(), STDIN_FILENO);
+TEST_F(LinuxLine, BecomesNeitherAStandardStreamNorTheTerminalOfItsSession) {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    const FileDescriptor original(::dup(stream));
+    ::close(stream);
+    port.open();
+    const bool isFree = ::fcntl(stream, F_GETFD) == -1;
+    port.close();
+    ::dup2(original.number(), stream);
+    EXPECT_TRUE(isFree) << stream;
+  }
+  const auto hasTerminal = [] { return ::open("/dev/tty", O_RDONLY) >= 0 ? 1 : 0; };
+  EXPECT_EXIT((::setsid(), port.open(), std::_Exit(hasTerminal())), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(LinuxLine, CarriesEveryByteValueUnchangedBothWaysAndDiscardsWhatWaits) {
@@ -177,6 +187,9 @@ TEST_F(LinuxLine, TellsAbsentUnsuitableAndWronglySetPortsApart) {
   ASSERT_EQ(::flock(holder.number(), LOCK_EX), 0);
   const std::string plugIn = " on this computer. Plug in its adapter and try again.";
   const std::string choose = " is not a serial port. Choose another port.";
+  const std::string unsupported =
+      "\" are not supported: a baud rate and \",N,8,1\" (no parity, 8 data bits, 1 stop bit) are "
+      "expected.";
   const std::tuple<int, std::string, const char*, int, std::string> rows[] = {
       {3, device, "9600,N,8,1", ENODEV, "There is no serial port 3" + plugIn},
       {1, absent, "9600,N,8,1", ENOENT, "There is no serial port " + absent + plugIn},
@@ -184,9 +197,10 @@ TEST_F(LinuxLine, TellsAbsentUnsuitableAndWronglySetPortsApart) {
       {1, folder, "9600,N,8,1", EISDIR, folder.string() + choose},
       {1, inside, "9600,N,8,1", ENOTDIR,
        "The serial port " + inside + " cannot be used: Not a directory."},
-      {1, device, "9600,E,8,1", EINVAL,
-       "The port settings \"9600,E,8,1\" are not supported: a baud rate and \",N,8,1\" (no parity, "
-       "8 data bits, 1 stop bit) are expected."}};
+      {1, "/dev/tty", "9600,N,8,1", ENOTTY, "/dev/tty" + choose},
+      {1, device, "9600,E,8,1", EINVAL, "The port settings \"9600,E,8,1" + unsupported},
+      {1, device, "9600,N,7,2", EINVAL, "The port settings \"9600,N,7,2" + unsupported},
+      {1, device, "0,N,8,1", EINVAL, "The port settings \"0,N,8,1" + unsupported}};
   for (const auto& [portNumber, path, settings, number, description] : rows) {
     device = path;
     port.configuration.portNumber = static_cast<std::int16_t>(portNumber);
@@ -195,22 +209,28 @@ TEST_F(LinuxLine, TellsAbsentUnsuitableAndWronglySetPortsApart) {
     EXPECT_EQ(error.number, number) << description;
     EXPECT_EQ(error.description, description);
   }
+  for (const auto& [number, alike] : {std::pair(ENXIO, ENOENT), {EPERM, EACCES}})
+    EXPECT_EQ(refusedCall(device, number).description, refusedCall(device, alike).description);
 }
 
 TEST_F(LinuxLine, AForbiddenDeviceNamesTheGroupThatMayUseItOrTheAdministrator) {
-  constexpr gid_t kRoot = 0, kDaemon = 1;
+  constexpr gid_t kRoot = 0, kDaemon = 1, kNameless = 4000000000;
   const gid_t group = ::geteuid() == kRoot ? kDaemon : ::getegid();
-  const std::string name = ::getgrgid(group)->gr_name;
   const std::string start = "You are not allowed to use the serial port " + device + ". ";
   const std::string ask = start + "Ask the administrator of this computer for access to it.";
-  const std::string join = start + "Join the group \"" + name +
-                           "\" that owns it (sudo usermod -aG " + name +
-                           " $USER), then log out and log in again.";
+  const auto join = [&](const std::string& name) {
+    return start + "Join the group \"" + name + "\" that owns it (sudo usermod -aG " + name +
+           " $USER), then log out and log in again.";
+  };
+  constexpr mode_t kBoth = S_IRGRP | S_IWGRP;
   const std::tuple<gid_t, mode_t, std::string> rows[] = {
-      {group, S_IRGRP | S_IWGRP, join}, {group, S_IRGRP, ask}, {kRoot, S_IRGRP | S_IWGRP, ask}};
+      {group, kBoth, join(::getgrgid(group)->gr_name)},
+      {group, S_IRGRP, ask},
+      {kRoot, kBoth, ask},
+      {kNameless, kBoth, join("4000000000")}};
   for (const auto& [owner, mode, description] : rows) {
     if (::chown(device.c_str(), -1U, owner) != 0) {
-      GTEST_SKIP() << "Only the administrator may give a device to the group of the administrator.";
+      GTEST_SKIP() << "Only the administrator may give a device to a group of others.";
     }
     ::chmod(device.c_str(), mode);
     EXPECT_EXIT(openAsNobody(), testing::ExitedWithCode(EACCES),
@@ -226,31 +246,37 @@ TEST_F(LinuxLine, APortIsRefusedWhileItIsHeldAndFreeWhenItsHolderClosesItOrDies)
   LinuxSerialPort holder{[this](int) { return device; }, folder};
   holder.configuration = port.configuration;
   holder.open();
-  const std::string busy = " is in use by another program. Close that program and try again.";
-  EXPECT_EQ(refusal().description, "The serial port " + device + busy);
+  const std::string busy = "The serial port " + device +
+                           " is in use by another program. Close that program and try again.";
+  EXPECT_EQ(refusal().description, busy);
   holder.close();
   const FileDescriptor foreign(::open(device.c_str(), O_RDWR | O_NOCTTY));
   EXPECT_EQ(refusal().description, "opened");
   ::ioctl(foreign.number(), TIOCEXCL);
-  EXPECT_EQ(refusal().number, EBUSY);
+  EXPECT_EQ(refusal().description, busy);
 }
 
-TEST_F(LinuxLine, AProcessThatHoldsThePortWithOrWithoutALockIsNamedUntilItEnds) {
+TEST_F(LinuxLine, AProcessThatHoldsThePortIsNamedHoweverItHoldsIt) {
   writeFile("node", "");
   const fs::path node = folder / "node";
   const struct {
-    bool locks;
-    fs::path path;
-  } rows[] = {{false, device}, {true, device}, {false, node}, {true, node}};
-  for (const auto& [locks, path] : rows) {
+    bool locks = false, marks = false, bindsToAnotherPath = false;
+  } rows[] = {{},
+              {.locks = true},
+              {.marks = true},
+              {.bindsToAnotherPath = true},
+              {.locks = true, .bindsToAnotherPath = true}};
+  for (const auto& [locks, marks, binds] : rows) {
+    connect();
     const pid_t holder = ::fork();
     if (holder == 0) {
       const bool isBound = ::unshare(CLONE_NEWNS) == 0 &&
                            ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
                            ::mount(device.c_str(), node.c_str(), nullptr, MS_BIND, nullptr) == 0;
-      if (path == node && !isBound) std::_Exit(1);
-      const int line = ::open(path.c_str(), O_RDONLY | O_NOCTTY);
+      if (binds && !isBound) std::_Exit(1);
+      const int line = ::open(binds ? node.c_str() : device.c_str(), O_RDONLY | O_NOCTTY);
       if (locks) ::flock(line, LOCK_EX);
+      if (marks) ::ioctl(line, TIOCEXCL);
       ::raise(SIGSTOP);
     }
     int status = 0;
@@ -262,6 +288,7 @@ TEST_F(LinuxLine, AProcessThatHoldsThePortWithOrWithoutALockIsNamedUntilItEnds) 
                   " (linux_line_test) has it open. Close that program and try again.");
     ::kill(holder, SIGKILL);
     ASSERT_EQ(::waitpid(holder, nullptr, 0), holder);
+    if (marks) continue;  // a pseudo-terminal keeps the mark
     EXPECT_EQ(refusal().description, "opened");
   }
 }
