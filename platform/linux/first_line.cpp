@@ -23,13 +23,13 @@ bool isSurrogate(char32_t code) { return code >= 0xD800 && code < 0xE000; }
 
 // The first character of a text that is not empty. The first byte has as many leading ones as the
 // character has bytes, and none when it is a character by itself. A code that would fit into fewer
-// bytes is not UTF-8.
+// bytes is not UTF-8, and a character that is cut off has such a code.
 Character firstCharacterOf(std::string_view text) {
   constexpr std::array<char32_t, 5> kSmallest{0, 0, 0x80, 0x800, 0x10000};
   const auto lead = static_cast<std::uint8_t>(text.front());
   const auto length = static_cast<std::size_t>(std::countl_one(lead));
   if (length == 0) return {lead, 1};
-  if (length == 1 || length > 4 || length > text.size()) return {};
+  if (length == 1 || length > 4) return {};
   char32_t code = lead & (0x7FU >> length);
   for (const char next : text.substr(1, length - 1)) {
     const auto byte = static_cast<std::uint8_t>(next);
