@@ -1,17 +1,19 @@
 """The command for scripts on Linux, and a user of the command."""
 
 import fcntl
+import pathlib
 import re
 import signal
 import subprocess
 
-TITLE = re.compile(r"^(Error(?: opening/closing Serial Port \d)?|Unhandled Error): ", re.MULTILINE)
+PORT = "Serial Port 1"
 
 
 class Console:
+    help_options = ["-h", "--help"]
     listed_ports = "".join(
         rf"{number}: (/dev/tty\S+(, .+)?|no such port on this computer)\n" for number in range(1, 5)
-    )
+    ) + "other: the path of a device, such as /dev/ttyUSB0\n"
     write_refusal = r"^Unhandled Error number 5\n.* is gone: .*\nOccured in LL_Serial_SendMessage$"
 
     def __init__(self, program):
@@ -24,7 +26,7 @@ class Console:
         """Does nothing, because the command leaves nothing behind."""
 
     def user(self, device):
-        return User([self.program, device])
+        return User([self.program, device], self.program, device)
 
     def name_port(self, device):
         """What the command calls the device."""
@@ -49,10 +51,14 @@ def run(command, stdout):
 
 
 class User:
-    """The end of a with block kills the command."""
+    """Starts the command line of the program for the port. The end of a with block kills it."""
 
-    def __init__(self, command):
+    def __init__(self, command, program, port):
         self.command = command
+        self.port = port
+        self.title = re.compile(
+            rf"^{pathlib.Path(program).stem}: (?:{port}: )?"
+            rf"(Error(?: opening/closing {port})?|Unhandled Error): ", re.MULTILINE)
         self.process = None
 
     def __enter__(self):
@@ -67,13 +73,14 @@ class User:
         self.process = subprocess.Popen(self.command, text=True, **pipes)
 
     def finish(self):
-        """Waits for the end of the command. Returns the titles and texts of its messages, and the
-        number, empty where there is none."""
+        """Waits for the end of the command. Returns the titles of its messages, as a window would
+        show them, with the texts; and the number, empty where there is none."""
         number, errors = self.process.communicate(timeout=20)
-        before, *parts = TITLE.split(errors)
+        before, *parts = self.title.split(errors)
         if before or number.count("\n") > 1:
             raise AssertionError(f"printed: {number!r}, {errors!r}")
-        messages = [(title, text.rstrip("\n")) for title, text in zip(parts[::2], parts[1::2])]
+        titles = [title.replace(self.port, PORT) for title in parts[::2]]
+        messages = [(title, text.rstrip("\n")) for title, text in zip(titles, parts[1::2])]
         self.expected_status = 0 if number else 1
         return messages, number.rstrip("\n")
 

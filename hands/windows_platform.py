@@ -145,9 +145,10 @@ class WindowsConsole(Windows):
     """The command for scripts."""
 
     program = "program/console/ZendorSerialNumber.exe"
+    help_options = ["--help", "-?", "/?"]
     listed_ports = "1: COM1, Test Adapter\n" + "".join(
         rf"{number}: (COM{number}|no such port on this computer)\n" for number in range(2, 5)
-    )
+    ) + "other: a port such as COM5\n"
 
     def set_up(self):
         """Starts the reader, because the services of Wine would print into the streams of the
@@ -158,7 +159,8 @@ class WindowsConsole(Windows):
 
     def user(self, *devices):
         self.attach(*devices)
-        return console_platform.User(self.command(self.program, "1"))
+        command = self.command(self.program, "1")
+        return console_platform.User(command, self.program, console_platform.PORT)
 
     def name_port(self, device):
         self.attach(device)

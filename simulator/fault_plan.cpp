@@ -27,8 +27,8 @@ std::optional<unsigned> numberIn(std::string_view text, unsigned least, unsigned
 }
 
 // A field that is missing or that holds the given word sets no limit.
-std::optional<unsigned> limitIn(std::optional<std::string_view> field, std::string_view word,
-                                unsigned least, unsigned most, const std::string& complaint) {
+std::optional<unsigned> readLimit(std::optional<std::string_view> field, std::string_view word,
+                                  unsigned least, unsigned most, const std::string& complaint) {
   if (!field || *field == word) return std::nullopt;
   const auto number = numberIn(*field, least, most);
   if (!number) throw std::invalid_argument(complaint);
@@ -51,11 +51,11 @@ FaultRule parseFaultRule(std::string_view text) {
   if (rest) throw std::invalid_argument(quoted + " has more parts than fault:header:times.");
 
   constexpr unsigned kMostTimes = 1'000'000;
-  const auto header = limitIn(headerField, "any", 0, 255,
-                              "The header in " + quoted + " is neither 0 to 255 nor \"any\".");
+  const auto header = readLimit(headerField, "any", 0, 255,
+                                "The header in " + quoted + " is neither 0 to 255 nor \"any\".");
   const auto times =
-      limitIn(timesField, "always", 1, kMostTimes,
-              "The times in " + quoted + " are neither 1 to 1000000 nor \"always\".");
+      readLimit(timesField, "always", 1, kMostTimes,
+                "The times in " + quoted + " are neither 1 to 1000000 nor \"always\".");
   FaultRule rule{&*fault, std::nullopt, times};
   if (header) rule.header = static_cast<std::uint8_t>(*header);
   return rule;

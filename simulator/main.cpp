@@ -1,6 +1,4 @@
 // The command that runs a simulated pod on a pseudo-terminal until it is interrupted.
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdlib>
@@ -26,19 +24,26 @@ struct Arguments {
   bool noPod = false;
   bool unpaced = false;
   bool trace = false;
-  unsigned pullOutAfter = 0;  // requests; 0 is never
   std::string link;
   std::vector<std::string> faults;
 };
 
-constexpr const char* kExplanation =
-    R"(The path of the device is printed on a line of its own. The line is there until the program is
-interrupted.
+constexpr int kWrongUsage = 2;
 
-A fault is given as fault:header:times. The header is the number of the command that it strikes, for
-example 254 for the poll, or "any"; times is how many requests it strikes, or "always". What is left
-out at the end means any and always. Of several faults that fit a request, the first one that is not
-used up strikes. Example: --fault no-echo:254:2 --fault busy:any
+constexpr const char* kName = "zendor-pod-simulator";
+
+// In the place of what the library notes beside an option, which options exclude it.
+constexpr const char* kNoNote = " ";
+
+constexpr const char* kExplanation =
+    R"(The path of the device is printed on a line of its own. The line is there until
+the program is interrupted.
+
+A fault is given as fault:header:times. The header is the number of the command
+that it strikes, for example 254 for the poll, or "any"; times is how many
+requests it strikes, or "always". What is left out at the end means any and
+always. Of several faults that fit a request, the first one that is not used up
+strikes. Example: --fault no-echo:254:2 --fault busy:any
 
 Faults:
 )";
@@ -65,49 +70,55 @@ std::string complaintAboutFault(const std::string& text) {
   }
 }
 
+// The library breaks no lines: with those of the descriptions, the help has 80 columns.
+void declareTexts(CLI::App& app) {
+  constexpr std::size_t kOptionColumns = 16;
+  app.get_formatter()->column_width(kOptionColumns);
+  app.footer(footer());
+  app.failure_message([](const CLI::App* parsed, const CLI::Error& error) {
+    return kName + (": " + CLI::FailureMessage::simple(parsed, error));
+  });
+  app.set_help_flag("-h,--help", "Print this text.");
+  app.set_version_flag("--version", std::string(kName) + " " + ZENDOR_VERSION,
+                       "Print the version.");
+}
+
 void declarePod(CLI::App& app, Arguments& arguments) {
-  auto* noPod = app.add_flag("--no-pod", arguments.noPod, "The line echoes and nobody answers.");
-  app.add_option(
-         "--build-code", arguments.buildCode,
-         "The build code that the pod reports. A genuine pod reports Customer or\nEngineer.")
-      ->capture_default_str()
+  auto* noPod = app.add_flag("--no-pod", arguments.noPod, "Echo, and let nobody answer.")
+                    ->option_text(kNoNote);
+  app.add_option("--build-code", arguments.buildCode,
+                 "Report this build code. A genuine pod reports Customer or\nEngineer.")
+      ->option_text("TEXT=" + arguments.buildCode)
       ->check(complaintAboutBuildCode)
       ->excludes(noPod);
-  app.add_option("--serial-number", arguments.serialNumber,
-                 "The serial number that the pod reports.")
-      ->type_name("0..16777215")
-      ->capture_default_str()
-      ->check(CLI::Range(0U, 0xFFFFFFU).description(""))
+  app.add_option("--serial-number", arguments.serialNumber, "Report this serial number.")
+      ->option_text("0..16777215=" + std::to_string(arguments.serialNumber))
+      ->check(CLI::Range(0U, 0xFFFFFFU))
       ->excludes(noPod);
-  app.add_option("--address", arguments.address, "The address at which the pod answers.")
-      ->type_name("0..255")
-      ->capture_default_str()
-      ->check(CLI::Range(0U, 255U).description(""))
+  app.add_option("--address", arguments.address, "Answer at this address.")
+      ->option_text("0..255=" + std::to_string(arguments.address))
+      ->check(CLI::Range(0U, 255U))
       ->excludes(noPod);
 }
 
 void declareLine(CLI::App& app, Arguments& arguments) {
-  app.add_option(
-         "--fault", arguments.faults,
-         "What goes wrong, and with which requests; see below. It can be given\nrepeatedly.")
-      ->type_name("FAULT[:HEADER[:TIMES]]")
+  app.add_option("--fault", arguments.faults,
+                 "Let this go wrong with these requests; see below. It can be\ngiven repeatedly.")
+      ->option_text("FAULT[:HEADER[:TIMES]]")
       ->expected(1)
       ->take_all()
       ->check(complaintAboutFault);
   app.add_flag("--unpaced", arguments.unpaced,
-               "Bytes pass at once instead of at the pace of 9600 baud.");
-  app.add_option("--pull-out-after", arguments.pullOutAfter,
-                 "The line goes away at once after so many requests, as an adapter does that is\n"
-                 "pulled out.")
-      ->type_name("REQUESTS");
+               "Pass bytes on at once instead of at the pace of 9600 baud.");
   app.add_option("--link", arguments.link,
-                 "A symbolic link to the device is made here and removed at the end. It takes\nthe "
-                 "place of another symbolic link, never of a file.")
-      ->type_name("PATH");
+                 "Make a symbolic link to the device here, and remove it at the\n"
+                 "end. It replaces another symbolic link, never a file.")
+      ->option_text("PATH");
   app.add_flag("--trace", arguments.trace,
-               "Each frame is printed to the standard error output as decimal bytes, a line\n"
-               "a frame: after \"host:\" what was received, when it is complete, and after\n"
-               "\"pod:\" what is sent back, without the echo, when it is decided.");
+               "Print each frame to standard error as decimal bytes, a line a\n"
+               "frame: after \"host:\" what was received, when it is complete,\n"
+               "and after \"pod:\" what is sent back, without the echo, when it\n"
+               "is decided.");
 }
 
 void printFrame(Sender sender, const Bytes& frame) {
@@ -117,22 +128,13 @@ void printFrame(Sender sender, const Bytes& frame) {
   std::cerr << line.str() << std::endl;
 }
 
-// The signal goes to the whole process, so that the thread that waits for it takes it.
-Onlooker onlooker(const Arguments& arguments) {
-  return [trace = arguments.trace, left = arguments.pullOutAfter](Sender sender,
-                                                                  const Bytes& frame) mutable {
-    if (trace) printFrame(sender, frame);
-    if (sender == Sender::Host && left > 0 && --left == 0) ::kill(::getpid(), SIGTERM);
-  };
-}
-
 LineOptions lineOptions(const Arguments& arguments) {
   std::vector<FaultRule> rules;
   for (const std::string& fault : arguments.faults) rules.push_back(parseFaultRule(fault));
   LineOptions options;
   options.faults = FaultPlan(std::move(rules));
   options.isPaced = !arguments.unpaced;
-  options.onlooker = onlooker(arguments);
+  if (arguments.trace) options.onlooker = printFrame;
   if (arguments.noPod) options.pod.reset();
   if (options.pod) {
     options.pod->buildCode = arguments.buildCode;
@@ -164,18 +166,18 @@ void serveUntilInterrupted(const Arguments& arguments) {
 int main(int argc, char** argv) {
   using namespace zendor::simulator;
   Arguments arguments;
-  CLI::App app("A serial line with a simulated pod at its end, on a pseudo-terminal.",
-               "zendor-pod-simulator");
-  app.footer(footer());
-  app.set_help_flag("-h,--help", "This text is printed.");
+  CLI::App app("Simulate a pod at the end of a serial line, on a pseudo-terminal.", kName);
+  declareTexts(app);
   declarePod(app, arguments);
   declareLine(app, arguments);
-  CLI11_PARSE(app, argc, argv);
   try {
+    app.parse(argc, argv);
     serveUntilInterrupted(arguments);
     return EXIT_SUCCESS;
+  } catch (const CLI::ParseError& end) {
+    return app.exit(end) == 0 ? EXIT_SUCCESS : kWrongUsage;
   } catch (const std::exception& error) {
-    std::cerr << error.what() << std::endl;
+    std::cerr << kName << ": " << error.what() << std::endl;
     return EXIT_FAILURE;
   }
 }

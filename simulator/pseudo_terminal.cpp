@@ -88,9 +88,9 @@ void PseudoTerminal::wait(std::optional<std::chrono::steady_clock::time_point> u
   setTimer(timer_.number(), until);
   epoll_event event{};
   ::epoll_wait(events_.number(), &event, 1, -1);
-  if (isSoiled_ && !isHeard()) {
+  if (mayHoldUnread_ && !isOtherSideOpen()) {
     clean(master_.number());
-    isSoiled_ = false;
+    mayHoldUnread_ = false;
   }
 }
 
@@ -107,11 +107,11 @@ std::vector<std::uint8_t> PseudoTerminal::read() {
 }
 
 void PseudoTerminal::write(const std::vector<std::uint8_t>& bytes) {
-  if (!isHeard()) return;
-  isSoiled_ = ::write(master_.number(), bytes.data(), bytes.size()) > 0 || isSoiled_;
+  if (!isOtherSideOpen()) return;
+  mayHoldUnread_ = ::write(master_.number(), bytes.data(), bytes.size()) > 0 || mayHoldUnread_;
 }
 
-bool PseudoTerminal::isHeard() const {
+bool PseudoTerminal::isOtherSideOpen() const {
   pollfd state{master_.number(), 0, 0};
   ::poll(&state, 1, 0);
   return (state.revents & POLLHUP) == 0;

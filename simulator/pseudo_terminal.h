@@ -34,14 +34,14 @@ class PseudoTerminal {
   void write(const std::vector<std::uint8_t>& bytes);
 
  private:
-  bool isHeard() const;
+  bool isOtherSideOpen() const;
 
   FileDescriptor master_;
   FileDescriptor timer_;
   FileDescriptor waker_;
   FileDescriptor events_;
   std::string path_;
-  bool isSoiled_ = false;  // there may be unread bytes on the other side
+  bool mayHoldUnread_ = false;  // the other side, of what was written
 };
 
 }  // namespace zendor::simulator

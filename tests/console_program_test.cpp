@@ -40,16 +40,17 @@ struct Row {
 
 TEST(Command, AsksOnThePortThatIsNamedAndRefusesWhatItDoesNotUnderstand) {
   const Row rows[] = {
-      {{}, 1, "^Error opening/closing Serial Port 1: numbered\nPlease free the port"},
+      {{}, 1, "^command: Error opening/closing Serial Port 1: numbered\nPlease free the port"},
       {{"1"}, 1, "Serial Port 1: numbered"},
-      {{"--trace", "4"}, 1, "^Error opening/closing Serial Port 4: numbered"},
-      {{"device"}, 1, "Serial Port 1: device"},
-      {{"0"}, 2, "\"0\" is neither a number from 1 to 4 nor a device\\."},
+      {{"--trace", "4"}, 1, "^command: Error opening/closing Serial Port 4: numbered"},
+      {{"device"}, 1, "^command: Error opening/closing device: device\n"},
+      {{"0"}, 2, "^command: PORT: \"0\" is neither a number from 1 to 4 nor a device\\."},
       {{"5"}, 2, "\"5\" is neither"},
       {{"11"}, 2, "\"11\" is neither"},
       {{""}, 2, "\"\" is neither"},
       {{"1", "2"}, 2, "2"},
       {{"--list", "1"}, 2, "--list"},
+      {{"--list", "--trace"}, 2, "--list"},
       {{"--unknown"}, 2, "--unknown"},
       {{"--list"}, 0, "^$"},
       {{"--help"}, 0, "^$"},

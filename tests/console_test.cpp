@@ -41,31 +41,35 @@ TEST(Trace, ShowsWhatCameBeforeAMessageWhatCameLateAndAFrameThatIsRefused) {
   FakePlatform platform;
   std::ostringstream errors;
   TracedSerialPort port(platform.line, platform.clock, errors);
-  ConsoleDesktop desktop(errors, [&] { port.finishLine(); });
+  ConsoleDesktop desktop(errors, "command", "Port 1", "COM5", [&] { port.finishLine(); });
   port.open();
   platform.line.script = {{{0, Bytes(2)}, {3, Bytes{0, 0, 0, 7}}}};
   port.write(kPoll);
   port.readAll();
-  desktop.showMessage({"gone\r\nagain?", "Title", MessageIcon::None, MessageButtons::Ok});
+  desktop.showMessage({"gone\r\nagain?", "Title of Port 1", MessageIcon::None, MessageButtons::Ok});
   platform.clock.now = 3;
   port.discardWaiting();
   EXPECT_EQ(platform.log.back(), "discard");
   platform.clock.now = 4;
   port.readAll();
   port.write(kPoll);
+  platform.line.unsent = 3;
+  EXPECT_EQ(port.bytesToSend(), 3U);
   platform.line.writeError = PortError{5, "gone"};
   EXPECT_THROW(port.write(kSerial), PortError);
   platform.line.waiting = {9};
   port.close();
   EXPECT_EQ(errors.str(),
-            "     0 > 80 0 1 254 177\n     0 < 0 0\nTitle: gone\nagain?\n     3 < 0 0 0 | 7\n"
+            "     0 > 80 0 1 254 177\n     0 < 0 0\ncommand: Title of COM5: gone\nagain?\n     3 < "
+            "0 0 0 | 7\n"
             "     4 > 80 0 1 254 177\n     4 > 80 0 1 242 189\n     4 < 9\n");
 }
 
 TEST(ConsoleDesktop, AsksNobody) {
   std::ostringstream errors;
-  ConsoleDesktop desktop(errors);
-  EXPECT_EQ(desktop.showMessage({.text = "", .title = ""}), MessageAnswer::Ok);
+  ConsoleDesktop desktop(errors, "command", "Port 1", "COM5", [] {});
+  EXPECT_EQ(desktop.showMessage({.text = "text", .title = "Title"}), MessageAnswer::Ok);
+  EXPECT_EQ(errors.str(), "command: COM5: Title: text\n");
   EXPECT_EQ(desktop.showMessage({"", "", MessageIcon::None, MessageButtons::YesNo}),
             MessageAnswer::No);
   EXPECT_EXIT(desktop.endProgram(), testing::ExitedWithCode(1), "");

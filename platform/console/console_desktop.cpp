@@ -1,7 +1,7 @@
 #include "platform/console/console_desktop.h"
 
 #include <cstdlib>
-#include <string>
+#include <string_view>
 #include <thread>
 #include <utility>
 
@@ -9,21 +9,30 @@ namespace zendor {
 
 namespace {
 
-std::string withPlainLineBreaks(std::string text) {
-  for (std::size_t at = 0; (at = text.find(kLineBreak, at)) != std::string::npos; ++at) {
-    text.replace(at, std::string_view(kLineBreak).size(), "\n");
+std::string replaced(std::string text, std::string_view part, std::string_view by) {
+  for (std::size_t at = 0; (at = text.find(part, at)) != std::string::npos; at += by.size()) {
+    text.replace(at, part.size(), by);
   }
   return text;
 }
 
 }  // namespace
 
-ConsoleDesktop::ConsoleDesktop(std::ostream& messages, std::function<void()> beforeMessage)
-    : messages_(messages), beforeMessage_(std::move(beforeMessage)) {}
+ConsoleDesktop::ConsoleDesktop(std::ostream& messages, std::string command,
+                               std::string portInTitles, std::string askedPort,
+                               std::function<void()> beforeMessage)
+    : messages_(messages),
+      command_(std::move(command)),
+      portInTitles_(std::move(portInTitles)),
+      askedPort_(std::move(askedPort)),
+      beforeMessage_(std::move(beforeMessage)) {}
 
 MessageAnswer ConsoleDesktop::showMessage(const Message& message) {
   beforeMessage_();
-  messages_ << message.title << ": " << withPlainLineBreaks(message.text) << std::endl;
+  const std::string title = replaced(message.title, portInTitles_, askedPort_);
+  messages_ << command_ << ": ";
+  if (title.find(askedPort_) == std::string::npos) messages_ << askedPort_ << ": ";
+  messages_ << title << ": " << replaced(message.text, kLineBreak, "\n") << std::endl;
   return message.buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::No;
 }
 

@@ -7,9 +7,16 @@ namespace zendor {
 
 ConsoleForm::ConsoleForm(FormDescription description, int optionNumber)
     : shown_(std::move(description)) {
+  int number = 0;
   for (FormControl& control : shown_.controls) {
-    if (control.kind == ControlKind::OptionButton) control.selected = --optionNumber == 0;
+    if (control.kind != ControlKind::OptionButton) continue;
+    ++number;
+    control.selected = number == optionNumber;
   }
+}
+
+std::string ConsoleForm::choice() const {
+  return std::ranges::find(shown_.controls, true, &FormControl::selected)->caption;
 }
 
 void ConsoleForm::press(FormEvents& events) {

@@ -14,6 +14,9 @@ class ConsoleForm final : public Form {
   // The option button of that number is selected; the first one has the number 1.
   ConsoleForm(FormDescription description, int optionNumber);
 
+  // What the selected option button says.
+  std::string choice() const;
+
   // Loads and activates the form, presses its push button once, and returns when that is done.
   void press(FormEvents& events);
 

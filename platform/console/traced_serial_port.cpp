@@ -22,11 +22,11 @@ TracedSerialPort::TracedSerialPort(SerialPort& port, const Clock& clock, std::os
 void TracedSerialPort::finishLine() {
   if (received_.empty()) return;
   const std::span<const std::uint8_t> all(received_);
-  const auto echo = all.first(std::min(written_, all.size()));
+  const auto echo = all.first(std::min(echoDue_, all.size()));
   printBytes(trace_ << std::setw(kTimeWidth) << receivedAt_ << " <", echo);
   if (all.size() > echo.size()) printBytes(trace_ << " |", all.subspan(echo.size()));
   trace_ << std::endl;
-  written_ -= echo.size();
+  echoDue_ -= echo.size();
   received_.clear();
 }
 
@@ -65,7 +65,7 @@ std::size_t TracedSerialPort::bytesToSend() { return port_.bytesToSend(); }
 // bytes, or even all of them, have gone out.
 void TracedSerialPort::write(std::span<const std::uint8_t> bytes) {
   finishLine();
-  written_ = bytes.size();
+  echoDue_ = bytes.size();
   printBytes(trace_ << std::setw(kTimeWidth) << elapsed() << " >", bytes) << std::endl;
   port_.write(bytes);
 }

@@ -44,7 +44,7 @@ class TracedSerialPort final : public SerialPort {
   const Clock& clock_;
   std::ostream& trace_;
   const std::int32_t start_;
-  std::size_t written_ = 0;  // by the last write, and not yet come back as its echo
+  std::size_t echoDue_ = 0;  // bytes of the last write that have not come back yet
   std::vector<std::uint8_t> received_;
   std::int64_t receivedAt_ = 0;
 };

@@ -19,6 +19,12 @@ constexpr int kPrinted = 0;
 constexpr int kNotPrinted = 1;
 constexpr int kWrongUsage = 2;
 
+// The library breaks no lines: with those of the descriptions, the help has 80 columns.
+constexpr std::size_t kOptionColumns = 14;
+
+// In the place of what the library notes beside an option, which options exclude it.
+constexpr const char* kNoNote = " ";
+
 struct Arguments {
   std::string port = "1";
   bool list = false;
@@ -26,12 +32,12 @@ struct Arguments {
 };
 
 std::string footer(const std::string& name) {
-  return "Exit status: 0 when the number, or what else was asked for, was printed, 1 when it was "
-         "not, for a\nreason that stands on the standard error output, 2 when the command was not "
+  return "Exit status: 0 when the number, or what else was asked for, was printed; 1 when\n"
+         "it was not, and standard error has the reason; 2 when the command was not\n"
          "understood.\n\n"
          "Examples:\n  " +
          name + "            the number of the Zendor on Serial Port 1\n  " + name +
-         " 2 --trace  what passes over the line on Serial Port 2 as well\n  " + name +
+         " 2 --trace  what passes over the line as well\n  " + name +
          " --list     which device is which port";
 }
 
@@ -44,28 +50,35 @@ std::string complaintAboutPort(const std::string& text, const ConsolePlatform& p
 }
 
 void declare(CLI::App& app, Arguments& arguments, const ConsolePlatform& platform) {
+  app.get_formatter()->column_width(kOptionColumns);
   app.footer(footer(platform.name));
-  app.set_help_flag("-h,--help", "This text is printed.");
+  app.failure_message([&](const CLI::App* parsed, const CLI::Error& error) {
+    return platform.name + ": " + CLI::FailureMessage::simple(parsed, error);
+  });
+  app.set_help_flag("-h,--help", "Print this text.");
   const Version& version = kVersion;
   app.set_version_flag("--version",
                        platform.name + " " + std::to_string(version.majorNumber) + "." +
                            std::to_string(version.minorNumber) + "." +
                            std::to_string(version.revision),
-                       "The version is printed.");
+                       "Print the version.");
   auto* const port =
       app.add_option("PORT", arguments.port,
                      "The serial port: 1 to 4 as in the window, 1 when left out,\nor " +
                          platform.deviceHelp + ".")
-          ->type_name("")
+          ->option_text(kNoNote)
           ->check([&](const std::string& text) { return complaintAboutPort(text, platform); });
-  app.add_flag("--list", arguments.list,
-               "The ports are printed, a line each: number, device, and what its\nadapter calls "
-               "itself.")
-      ->excludes(port);
-  app.add_flag(
-      "--trace", arguments.trace,
-      "Each frame is printed to the standard error output: the milliseconds\nsince the "
-      "start, > and what was sent, or < and what was received,\nits echo in front of a |.");
+  auto* const list = app.add_flag("--list", arguments.list,
+                                  "Print the ports, a line each: number, device, and what its\n"
+                                  "adapter calls itself. The last line tells how to name others.")
+                         ->option_text(kNoNote)
+                         ->excludes(port);
+  app.add_flag("--trace", arguments.trace,
+               "Print each frame to standard error: the milliseconds since\n"
+               "the start, > and what was sent, or < and what was received,\n"
+               "its echo in front of a |.")
+      ->option_text(kNoNote)
+      ->excludes(list);
 }
 
 std::string list(const ConsolePlatform& platform) {
@@ -73,7 +86,7 @@ std::string list(const ConsolePlatform& platform) {
   for (int number = 1; number <= frmStartup::kPortChoices; ++number) {
     lines += std::to_string(number) + ": " + platform.describePort(number) + "\n";
   }
-  return lines;
+  return lines + "other: " + platform.deviceHelp + "\n";
 }
 
 // The number that the request of the window's button gives on the port; empty when it gives none.
@@ -82,19 +95,21 @@ std::string request(const Arguments& arguments, const ConsolePlatform& platform)
   const auto port = isDevice ? platform.namedPort(arguments.port) : platform.numberedPorts();
   const SteadyClock clock;
   TracedSerialPort traced(*port, clock, std::cerr);
-  ConsoleDesktop desktop(std::cerr, [&] { traced.finishLine(); });
   ConsoleForm form(frmStartup::description(), isDevice ? 1 : std::stoi(arguments.port));
+  const std::string choice = form.choice();
+  ConsoleDesktop desktop(std::cerr, platform.name, choice, isDevice ? arguments.port : choice,
+                         [&] { traced.finishLine(); });
   SerialPort& MSComm1 = arguments.trace ? traced : *port;
   frmStartup startup(form, MSComm1, desktop, clock, {}, kVersion);
   form.press(startup);
   return form.result();
 }
 
-// Whoever misses the text on the standard output finds it on the standard error output.
-int print(const std::string& text) {
+// Whoever misses the text on the standard output finds it on standard error.
+int print(const std::string& text, const ConsolePlatform& platform) {
   std::cout << text << std::flush;
   if (std::cout) return kPrinted;
-  std::cerr << "The standard output does not take the text:\n" << text;
+  std::cerr << platform.name << ": The standard output does not take the text:\n" << text;
   return kNotPrinted;
 }
 
@@ -102,17 +117,17 @@ int print(const std::string& text) {
 
 int runConsoleProgram(int argc, char** argv, const ConsolePlatform& platform) {
   Arguments arguments;
-  CLI::App app("Prints the serial number of the Zendor on a serial port.", platform.name);
+  CLI::App app("Print the serial number of the Zendor on a serial port.", platform.name);
   declare(app, arguments, platform);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& end) {
     std::ostringstream help;
-    return app.exit(end, help, std::cerr) == 0 ? print(help.str()) : kWrongUsage;
+    return app.exit(end, help, std::cerr) == 0 ? print(help.str(), platform) : kWrongUsage;
   }
-  if (arguments.list) return print(list(platform));
+  if (arguments.list) return print(list(platform), platform);
   const std::string number = request(arguments, platform);
-  return number.empty() ? kNotPrinted : print(number + "\n");
+  return number.empty() ? kNotPrinted : print(number + "\n", platform);
 }
 
 }  // namespace zendor

@@ -1,8 +1,9 @@
 #!/usr/bin/python3
-"""What the command for scripts prints for its options."""
+"""What the command for scripts prints for its options, and what the simulated pod does."""
 
 import os
 import re
+import subprocess
 import sys
 import unittest
 
@@ -31,7 +32,8 @@ class CommandLine(unittest.TestCase):
             port = self.platform.name_port(pod.device)
             rows = [
                 (["--version"], rf"\S+ {re.escape(VERSION)}\n", ""),
-                (["--help"], r"Prints the serial number[\s\S]*PORT[\s\S]*Examples:[\s\S]*", ""),
+                *(([option], r"Print the serial number[\s\S]*PORT  [\s\S]*Examples:[\s\S]*", "")
+                  for option in self.platform.help_options),
                 (["--list"], self.platform.listed_ports, ""),
                 (["--trace", port], r"C-1234567\n", TRACE),
             ]
@@ -40,7 +42,26 @@ class CommandLine(unittest.TestCase):
                     done = self.platform.run_command(*arguments)
                     self.assertEqual(done.returncode, 0)
                     self.assertRegex(done.stdout, rf"\A{printed}\Z")
+                    self.assertLessEqual(max(map(len, done.stdout.splitlines())), 80)
                     self.assertEqual(TIME.sub("", done.stderr), trace)
+
+    def test_ends_the_trace_before_a_message(self):
+        with Pod("--fault", "busy:254") as pod:
+            port = self.platform.name_port(pod.device)
+            poll = "> 80 0 1 254 177\n< 80 0 1 254 177 | 1 0 80 6 169\n"
+            told = TIME.sub("", self.platform.run_command("--trace", port).stderr)
+            self.assertRegex(told, rf"\A{re.escape(poll * 2)}\S+: {port}: Error: You Must Attach .*\n\Z")
+
+    def test_the_simulated_pod_is_a_command_like_others(self):
+        rows = [("--version", 0, VERSION, ""), ("--help", 0, "--serial-number", ""),
+                ("--unknown", 2, "", "zendor-pod-simulator: "), ("--address=256", 2, "", "0 to 255")]
+        for option, status, printed, error in rows:
+            with self.subTest(option):
+                done = subprocess.run([sys.argv[3], option], capture_output=True, text=True)
+                self.assertEqual(done.returncode, status)
+                self.assertIn(printed, done.stdout)
+                self.assertIn(error, done.stderr)
+                self.assertLessEqual(max(map(len, done.stdout.splitlines()), default=0), 80)
 
     def test_tells_where_the_standard_output_takes_nothing(self):
         reader, closed = os.pipe()
