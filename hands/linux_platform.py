@@ -56,6 +56,10 @@ class Linux:
             self.variables.update(XDG_CONFIG_HOME=self.folder.name, XDG_CURRENT_DESKTOP="KDE",
                                   KDE_SESSION_VERSION="5")
 
+    def tooltip(self, device):
+        """That of a choice with the device behind it."""
+        return device
+
     def refusals(self, device):
         """Devices that do not open, each with the reason, and the file that holds the device."""
         holder = open(device, "rb")

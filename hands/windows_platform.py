@@ -135,6 +135,16 @@ class Windows:
         process = self.start("program/windows/ZendorSerialExtractor.exe")
         return User(process, self.reader, self.managed)
 
+    def tooltip(self, _):
+        """That of the choice of COM1."""
+        return "COM1, Test Adapter"
+
+    def name_adapter(self, name):
+        """Gives the adapter that is COM1 another name, until the next set_up()."""
+        key = r"HKLM\System\CurrentControlSet\Enum\USB\TEST\1"
+        self.run("wine", "reg", "add", key, "/v", "DeviceDesc", "/d", name, "/f")
+        (self.prefix / "present.reg").unlink(missing_ok=True)
+
     def refusals(self, _):
         """Devices that do not open, each with the start of the reason, because the rest is in the
         words of the system. None stands for a holder, because no device is held."""
@@ -279,6 +289,10 @@ class User(AnyUser):
 
     def focused(self):
         return next((row.text for row in self.rows() if "focused" in row.state), None)
+
+    def has_tooltip(self, text):
+        tips = (rows[0] for rows in self.reader.windows() if rows[0].kind == "tooltips_class32")
+        return any(tip.text == text for tip in tips)
 
     def click_hastily(self, caption):
         """Clicks five times at once, as a program can that operates windows for its user."""

@@ -1,11 +1,6 @@
 #include "platform/win32/win32_live_region.h"
 
-#include <oleacc.h>
-
-#include <memory>
-
-// The compiler's library has the service by this name, but its header declares another name.
-extern "C" const CLSID CLSID_AccPropServices;
+#include "platform/win32/win32_accessibility.h"
 
 namespace zendor {
 
@@ -16,21 +11,6 @@ namespace {
 constexpr GUID kLiveSettingProperty{
     0xC12BCD8E, 0x2A8E, 0x4950, {0x8A, 0xE7, 0x36, 0x25, 0x11, 0x1D, 0x58, 0xEB}};
 constexpr LONG kAssertive = 2;
-
-constexpr auto kClient = static_cast<DWORD>(OBJID_CLIENT);
-
-struct ReleaseServices {
-  void operator()(IAccPropServices* services) const { services->Release(); }
-};
-
-// The service of Windows that tells screen readers more about a window than the window itself does.
-// Null where Windows lacks it.
-std::unique_ptr<IAccPropServices, ReleaseServices> propertyServices() {
-  IAccPropServices* services = nullptr;
-  CoCreateInstance(CLSID_AccPropServices, nullptr, CLSCTX_INPROC_SERVER, IID_IAccPropServices,
-                   reinterpret_cast<void**>(&services));
-  return std::unique_ptr<IAccPropServices, ReleaseServices>(services);
-}
 
 }  // namespace
 

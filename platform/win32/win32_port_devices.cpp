@@ -21,6 +21,7 @@ using Devices = std::unique_ptr<void, CloseDevices>;
 // The name of the port that the device is, "COM1"; empty when it is no serial port.
 std::wstring portNameOf(const Devices& devices, SP_DEVINFO_DATA& device) {
   HKEY key = SetupDiOpenDevRegKey(devices.get(), &device, DICS_FLAG_GLOBAL, 0, DIREG_DEV, KEY_READ);
+  if (key == INVALID_HANDLE_VALUE) return {};
   wchar_t name[MAX_PATH] = L"";
   DWORD size = sizeof name;
   RegGetValueW(key, nullptr, L"PortName", RRF_RT_REG_SZ, nullptr, name, &size);

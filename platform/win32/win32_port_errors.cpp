@@ -26,6 +26,8 @@ std::string adviceOnOpen(const std::string& device, DWORD error) {
     case ERROR_ACCESS_DENIED:
     case ERROR_SHARING_VIOLATION:
       return " Most likely another program is using " + device + ": close that program.";
+    case ERROR_SEM_TIMEOUT:
+      return " If " + device + " is a Bluetooth port, switch its device on and bring it near.";
     case ERROR_INVALID_FUNCTION:
       return " It is not a serial port, or its adapter has been pulled out.";
     default:

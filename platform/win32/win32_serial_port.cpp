@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "platform/shared/line_settings.h"
 #include "platform/win32/win32_port_errors.h"
@@ -15,6 +16,7 @@ namespace {
 constexpr DWORD kQueueSize = 4096;
 constexpr ULONGLONG kReadLimitMs = 50;
 constexpr DWORD kWriteTimeoutMs = 1000;  // the longest frame takes 270 ms at 9600 baud
+constexpr DWORD kWriteMarginMs = 200;    // in which a driver ends a write that has timed out
 
 // 8 data bits without parity and without flow control. DTR and RTS stay on, because interfaces are
 // often fed from them.
@@ -43,8 +45,8 @@ DCB lineOf(int baud) {
   return line;
 }
 
-// A read gives the bytes that wait and ends at once. A write ends even if the driver never takes
-// the bytes.
+// A read gives the bytes that wait and ends at once. A write ends even if the bytes never leave,
+// unless the driver ignores the time-out.
 COMMTIMEOUTS timeouts() {
   COMMTIMEOUTS result{};
   result.ReadIntervalTimeout = MAXDWORD;
@@ -102,9 +104,16 @@ void Win32SerialPort::configure(HANDLE device) const {
 // The close of a device cannot fail, not even when the adapter has been pulled out. It does not
 // wait for a write.
 void Win32SerialPort::close() {
-  for (const auto& write : writes_) CancelIoEx(device_.get(), &write->state);
+  cancelWrites();
+  failure_ = ERROR_SUCCESS;
   device_.reset();
-  for (auto& write : writes_) leaveToDriver(std::move(write));
+}
+
+void Win32SerialPort::cancelWrites() {
+  for (auto& write : writes_) {
+    CancelIoEx(device_.get(), &write->state);
+    leaveToDriver(std::move(write));
+  }
   writes_.clear();
 }
 
@@ -145,7 +154,8 @@ std::span<const std::uint8_t> Win32SerialPort::readAll() {
 
 void Win32SerialPort::discardWaiting() { PurgeComm(device_.get(), PURGE_RXCLEAR); }
 
-// cbOutQue may leave out the bytes of a write that is still pending, so those are counted too.
+// cbOutQue may leave out the bytes of a write that is still pending, so those are counted too. A
+// driver that keeps bytes for ever must not keep the program waiting for ever.
 std::size_t Win32SerialPort::bytesToSend() {
   const auto queues = queuesOf(device_.get());
   if (!queues) return 0;
@@ -153,14 +163,26 @@ std::size_t Win32SerialPort::bytesToSend() {
   for (const auto& write : writes_) {
     if (!HasOverlappedIoCompleted(&write->state)) underWay += write->bytes.size();
   }
-  return std::max<std::size_t>(queues->cbOutQue, underWay);
+  const std::size_t left = std::max<std::size_t>(queues->cbOutQue, underWay);
+  const bool isOverdue = GetTickCount64() - lastWrite_ > kWriteTimeoutMs + kWriteMarginMs;
+  if (left == 0 || !isOverdue) return left;
+  giveUpWrites();
+  return 0;
 }
 
-// Windows returns at once, and a driver that keeps its time-outs is done with the bytes after
-// kWriteTimeoutMs at the latest. A write that fails later is reported by the next write. That next
-// write hands over its own bytes all the same.
+// What has not left by now would come amid a later frame, so it is dropped.
+void Win32SerialPort::giveUpWrites() {
+  const DWORD earlier = settleWrites();
+  failure_ = earlier != ERROR_SUCCESS ? earlier : ERROR_TIMEOUT;
+  cancelWrites();
+  PurgeComm(device_.get(), PURGE_TXCLEAR);
+}
+
+// Windows returns at once. A write that fails later is reported by the next write. That next write
+// hands over its own bytes all the same.
 void Win32SerialPort::write(std::span<const std::uint8_t> bytes) {
   const DWORD earlier = settleWrites();
+  lastWrite_ = GetTickCount64();
   Transfer& write = *writes_.emplace_back(std::make_unique<Transfer>());
   write.bytes.assign(bytes.begin(), bytes.end());
   if (!WriteFile(device_.get(), write.bytes.data(), static_cast<DWORD>(write.bytes.size()), nullptr,
@@ -174,9 +196,10 @@ void Win32SerialPort::write(std::span<const std::uint8_t> bytes) {
   if (outcome != ERROR_SUCCESS) throw refusedWrite(deviceName(), outcome);
 }
 
-// Forgets the writes that have ended. Returns the error of the first one that has failed.
+// Forgets the writes that have ended. Returns the error of the first one that has failed or was
+// given up.
 DWORD Win32SerialPort::settleWrites() {
-  DWORD first = ERROR_SUCCESS;
+  DWORD first = std::exchange(failure_, DWORD{ERROR_SUCCESS});
   std::erase_if(writes_, [&](const auto& write) {
     if (!HasOverlappedIoCompleted(&write->state)) return false;
     const DWORD outcome = outcomeOf(*write);

@@ -39,6 +39,8 @@ class Win32SerialPort final : public SerialPort {
   };
 
   static void leaveToDriver(std::unique_ptr<Transfer> transfer);
+  void cancelWrites();
+  void giveUpWrites();
   DWORD settleWrites();
   DWORD outcomeOf(Transfer& write) const;
 
@@ -48,6 +50,8 @@ class Win32SerialPort final : public SerialPort {
   const NameOfPort nameOfPort_;
   Handle device_;                                  // none while the port is closed
   std::vector<std::unique_ptr<Transfer>> writes_;  // whose outcome nobody has asked for yet
+  ULONGLONG lastWrite_ = 0;                        // when the last write was handed over
+  DWORD failure_ = ERROR_SUCCESS;                  // of a write that was given up
   std::vector<std::uint8_t> received_;
 };
 

@@ -6,6 +6,7 @@
 #include "platform/win32/win32_desktop.h"
 #include "platform/win32/win32_form.h"
 #include "platform/win32/win32_port_devices.h"
+#include "platform/win32/win32_port_tips.h"
 #include "platform/win32/win32_regional.h"
 #include "platform/win32/win32_serial_port.h"
 #include "program/version.h"
@@ -13,6 +14,7 @@
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   using namespace zendor;
   Win32Form form(frmStartup::description());
+  const Win32PortTips tips(form.calls().window(), &describePort);
   Win32SerialPort MSComm1{&comPortOf};
   Win32Desktop desktop(form.calls());
   const SteadyClock clock;

@@ -47,6 +47,12 @@ class Request(unittest.TestCase):
             drawn = [set(row) for row in menu.rows if len(set(row)) > 1]
             self.assertEqual([len(colors) for colors in drawn], [2])  # a line on the background
 
+    def test_a_tooltip_tells_the_device_behind_a_choice(self):
+        with Pod() as pod, self.user(pod.device) as user:
+            tip = self.platform.tooltip(pod.device)
+            user.point_at(user.place(OPTIONS[0]))
+            user.wait_until(lambda: user.has_tooltip(tip), f'The tooltip "{tip}"')
+
     def test_a_request_starts_with_the_first_port_and_gives_the_focus_back(self):
         with Pod() as pod, self.user(pod.device) as user:
             self.assertEqual((user.result(), user.focused()), ("", BUTTON))

@@ -48,13 +48,21 @@ class ProgramFile(unittest.TestCase):
         icon = SOURCES / "platform/shared/icon/zendor_serial_extractor.ico"
         drawn = SOURCES / "platform/shared/icon/zendor_serial_extractor.xpm"
         data = icon.read_bytes()
-        self.assertIn(data[22:], PROGRAM.read_bytes())
+        for program in PROGRAM, COMMAND:
+            self.assertIn(data[22:], program.read_bytes())
         self.assertEqual((data[6], data[7], data[36]), (32, 32, 4))
         command = ["compare", "-metric", "AE", str(drawn), str(icon), "null:"]
         self.assertEqual(subprocess.run(command, capture_output=True).returncode, 0)
 
     def test_tells_windows_its_version(self):
-        self.assertIn(f"FileVersion\0\0{VERSION}\0".encode("utf-16-le"), PROGRAM.read_bytes())
+        for program in PROGRAM, COMMAND:
+            for text in f"FileVersion\0\0{VERSION}\0", f"OriginalFilename\0{program.name}\0":
+                self.assertIn(text.encode("utf-16-le"), program.read_bytes())
+
+    def test_tells_windows_what_it_was_made_for(self):
+        manifest = (SOURCES / "program/windows/manifest.xml").read_bytes()
+        for program in PROGRAM, COMMAND:
+            self.assertIn(manifest, program.read_bytes())
 
     def test_is_carried_away_with_a_few_words(self):
         with zipfile.ZipFile(next(BUILD.glob("*.zip"))) as archive:

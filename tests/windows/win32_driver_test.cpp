@@ -1,13 +1,23 @@
 // The line of the Windows program on a driver that the test plays, because Wine does not show how a
 // port is set up and how its driver fails.
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <cstring>
 #include <vector>
 
 #include "platform/win32/win32_port_devices.h"
 #include "platform/win32/win32_serial_port.h"
+
+// Memory that was freed holds other bytes, so that a test sees whether a transfer was freed.
+void operator delete(void* block) noexcept {
+  if (block != nullptr) std::memset(block, 0xDD, _msize(block));
+  std::free(block);
+}
+void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
 
 namespace {
 
@@ -39,7 +49,8 @@ struct Driver {
   const std::uint8_t* bytes = nullptr;
   OVERLAPPED *write = nullptr, *cancelled = nullptr;
   BOOL endsAtOnce = FALSE, isThere = TRUE;
-  DWORD queued = 0, openError = ERROR_SUCCESS;
+  DWORD queued = 0, purged = 0;
+  DWORD openError = 0, stateError = 0, limitsError = 0, writeError = ERROR_IO_PENDING;
   Read plan;
   OVERLAPPED* read = nullptr;
   std::uint8_t* store = nullptr;
@@ -79,18 +90,13 @@ TEST_F(Win32DriverTest, OpensThePortUnsharedWithItsLinesOnAndReadsThatDoNotWait)
       {"sharing", driver.sharing, 0},
       {"creation", driver.creation, OPEN_EXISTING},
       {"flags", driver.flags, FILE_FLAG_OVERLAPPED},
-      {"baud rate", line.BaudRate, 9600},
       {"data bits", line.ByteSize, 8},
       {"parity", line.Parity, NOPARITY},
       {"parity check", line.fParity, FALSE},
-      {"stop bits", line.StopBits, ONESTOPBIT},
       {"DTR", line.fDtrControl, DTR_CONTROL_ENABLE},
       {"RTS", line.fRtsControl, RTS_CONTROL_ENABLE},
-      {"sending waits for CTS", line.fOutxCtsFlow, FALSE},
       {"sending waits for DSR", line.fOutxDsrFlow, FALSE},
       {"receiving takes DSR", line.fDsrSensitivity, FALSE},
-      {"sending obeys XOFF", line.fOutX, FALSE},
-      {"receiving sends XOFF", line.fInX, FALSE},
       {"XON and XOFF are one", line.XonChar == line.XoffChar, FALSE},
       {"zero bytes are dropped", line.fNull, FALSE},
       {"wrong bytes are replaced", line.fErrorChar, FALSE},
@@ -107,19 +113,26 @@ TEST_F(Win32DriverTest, OpensThePortUnsharedWithItsLinesOnAndReadsThatDoNotWait)
 
 TEST_F(Win32DriverTest, SaysWhatAPersonCanDoAboutAPortThatDoesNotOpen) {
   const std::string busy = " Most likely another program is using COM1: close that program.";
-  const std::pair<DWORD, std::string> rows[] = {
-      {ERROR_FILE_NOT_FOUND,
+  const std::string gone = " It is not a serial port, or its adapter has been pulled out.";
+  const std::tuple<DWORD Driver::*, DWORD, std::string> rows[] = {
+      {&Driver::openError, ERROR_FILE_NOT_FOUND,
        " Plug in the adapter, or give it the number COM1 in the Device Manager."},
-      {ERROR_ACCESS_DENIED, busy},
-      {ERROR_SHARING_VIOLATION, busy},
-      {ERROR_INVALID_FUNCTION, " It is not a serial port, or its adapter has been pulled out."}};
-  port.close();
-  for (const auto& [number, advice] : rows) {
-    driver.openError = number;
+      {&Driver::openError, ERROR_ACCESS_DENIED, busy},
+      {&Driver::openError, ERROR_SHARING_VIOLATION, busy},
+      {&Driver::openError, ERROR_SEM_TIMEOUT,
+       " If COM1 is a Bluetooth port, switch its device on and bring it near."},
+      {&Driver::openError, ERROR_INVALID_FUNCTION, gone},
+      {&Driver::stateError, ERROR_INVALID_FUNCTION, gone},
+      {&Driver::limitsError, ERROR_INVALID_FUNCTION, gone}};
+  for (const auto& [refusal, number, advice] : rows) {
+    port.close();
+    driver = {};
+    driver.*refusal = number;
     try {
       port.open();
       ADD_FAILURE() << "opened";
     } catch (const zendor::PortError& error) {
+      EXPECT_FALSE(port.isOpen());
       EXPECT_TRUE(error.description.starts_with("COM1: ")) << error.description;
       EXPECT_TRUE(error.description.ends_with(advice)) << error.description;
     }
@@ -150,10 +163,9 @@ TEST_F(Win32DriverTest, ReadsWithoutWaitingForEverWhateverTheDriverDoes) {
     EXPECT_EQ(port.readAll().size(), row.expected) << row.name;
     EXPECT_LE(driver.asked, 4096U) << row.name;
     EXPECT_LT(driver.ticks, 150U) << row.name;
-    if (!row.takesCancel) {
-      driver.store[4] = 1;  // the driver may still write there
-      end(driver.read, kCancelled, 5);
-    }
+    if (row.takesCancel) continue;  // else the driver may still write there
+    EXPECT_EQ(driver.read->Internal, kPending);
+    EXPECT_EQ(driver.store[4], 0);
   }
 }
 
@@ -177,6 +189,28 @@ TEST_F(Win32DriverTest, ReportsAWriteThatFailsLaterInTheNextOneAndAtOnceInItself
   EXPECT_EQ(errorOfWrite(), ERROR_TIMEOUT);
   end(driver.write, kDone, frame.size());
   driver.endsAtOnce = TRUE;
+  EXPECT_EQ(errorOfWrite(), ERROR_TIMEOUT);
+  driver.endsAtOnce = FALSE;
+  driver.writeError = ERROR_INVALID_FUNCTION;
+  EXPECT_EQ(errorOfWrite(), ERROR_INVALID_FUNCTION);
+  EXPECT_EQ(port.bytesToSend(), 0U);
+}
+
+TEST_F(Win32DriverTest, GivesUpBytesThatTheDriverKeepsForEverAndReportsThemInTheNextWrite) {
+  EXPECT_EQ(errorOfWrite(), 0);
+  driver.ticks += 1100;  // the limit of a write, but not yet the margin
+  EXPECT_EQ(port.bytesToSend(), frame.size());
+  driver.ticks += 200;
+  EXPECT_EQ(port.bytesToSend(), 0U);
+  EXPECT_EQ(driver.cancelled, driver.write);
+  EXPECT_EQ(driver.write->Internal, kPending);
+  EXPECT_EQ(driver.purged, PURGE_TXCLEAR);
+  EXPECT_EQ(errorOfWrite(), ERROR_TIMEOUT);
+  EXPECT_EQ(port.bytesToSend(), frame.size());
+  end(driver.write, kDone, frame.size());
+  driver.queued = 2;
+  driver.ticks += 1300;
+  EXPECT_EQ(port.bytesToSend(), 0U);
   EXPECT_EQ(errorOfWrite(), ERROR_TIMEOUT);
 }
 
@@ -208,10 +242,16 @@ decltype(&CreateFileW) __imp_CreateFileW = [](auto, auto access, auto sharing, a
 };
 decltype(&SetCommState) __imp_SetCommState = [](auto, DCB* line) {
   driver.line = *line;
-  return TRUE;
+  SetLastError(driver.stateError);
+  return BOOL{driver.stateError == ERROR_SUCCESS};
 };
 decltype(&SetCommTimeouts) __imp_SetCommTimeouts = [](auto, COMMTIMEOUTS* limits) {
   driver.limits = *limits;
+  SetLastError(driver.limitsError);
+  return BOOL{driver.limitsError == ERROR_SUCCESS};
+};
+decltype(&PurgeComm) __imp_PurgeComm = [](auto, DWORD queues) {
+  driver.purged = queues;
   return TRUE;
 };
 decltype(&ClearCommError) __imp_ClearCommError = [](auto, auto, COMSTAT* queues) {
@@ -223,7 +263,7 @@ decltype(&WriteFile) __imp_WriteFile = [](auto, auto bytes, auto, auto, OVERLAPP
   driver.bytes = static_cast<const std::uint8_t*>(bytes);
   driver.write = write;
   end(driver.write, driver.endsAtOnce ? kDone : kPending, 0);
-  SetLastError(ERROR_IO_PENDING);
+  SetLastError(driver.writeError);
   return driver.endsAtOnce;
 };
 decltype(&ReadFile) __imp_ReadFile = [](auto, auto bytes, auto asked, auto, OVERLAPPED* read) {

@@ -2,6 +2,8 @@
 #include <algorithm>
 #include <cctype>
 #include <iostream>
+#include <string>
+#include <string_view>
 
 #include "platform/win32/win32_console.h"
 #include "platform/win32/win32_port_devices.h"
@@ -10,12 +12,15 @@
 
 namespace {
 
-// Windows takes the letters in either case.
+// Windows accepts the letters in either case.
 bool isComPort(std::string text) {
   std::ranges::transform(text, text.begin(), [](unsigned char c) { return std::toupper(c); });
   return text.starts_with("COM") && text.size() > 3 && text[3] != '0' &&
          std::ranges::all_of(text.substr(3), [](unsigned char c) { return std::isdigit(c) != 0; });
 }
+
+// Commands of Windows print their help for these.
+bool asksForHelp(std::string_view argument) { return argument == "/?" || argument == "-?"; }
 
 }  // namespace
 
@@ -23,6 +28,8 @@ int main(int argc, char** argv) {
   using namespace zendor;
   const ReadableOnConsole output(std::cout, STD_OUTPUT_HANDLE);
   const ReadableOnConsole errors(std::cerr, STD_ERROR_HANDLE);
+  char help[] = "--help";
+  std::replace_if(argv, argv + argc, asksForHelp, &help[0]);
   return runConsoleProgram(
       argc, argv,
       {.name = "ZendorSerialNumber",
