@@ -16,7 +16,7 @@ build() { # in a clone of its own at the given folder
     cmake --preset release -DCMAKE_SKIP_INSTALL_ALL_DEPENDENCY=ON # nobody gets the simulator
     cmake --build --preset release --target zendor-serial-extractor zendor-serial-number
     cpack --config build/release/CPackConfig.cmake -B build/release
-    cmake --preset windows -DZENDOR_TESTS=OFF -DZENDOR_BENCH=OFF
+    cmake --preset windows -DBUILD_TESTING=OFF -DZENDOR_BENCH=OFF
     cmake --build --preset windows
   ) >/dev/null
 }

@@ -20,7 +20,7 @@ windows_packages=(g++-mingw-w64-x86-64-posix googletest)
 wine_packages=(wine wine64 xvfb xauth openbox xdotool xclip x11-utils imagemagick dbus python3)
 
 # To make the Debian packages, and to check them as distributions do.
-deb_packages=(dpkg-dev file lintian desktop-file-utils appstream)
+deb_packages=(dpkg-dev file lintian desktop-file-utils appstream man-db)
 
 # Installs those of the given packages that are missing. Where that is not possible, names them and
 # carries on, because the system may have them under other names.

@@ -26,8 +26,26 @@ make_packages() {
   chmod a+rx "$work" # apt reads the packages as a user of its own
 }
 
+options() {
+  tr --delete '\\' | grep --only-matching --extended-regexp -e '--[a-z]+' | sort --unique
+}
+
+check_manuals() { # in the unpacked tree: the tool finds no fault, and the options are those of --help
+  local manuals=$1/usr/share/man/man1
+  [ -z "$(LC_ALL=C.UTF-8 man --warnings -l "$manuals"/*.gz 2>&1 >/dev/null)" ] ||
+    fail 'man finds faults in the manuals'
+  diff <("$1/usr/bin/$command" --help | options) <(zcat "$manuals/$command.1.gz" | options) ||
+    fail 'the manual and --help differ in their options'
+}
+
+check_release() { # of what tells it, the version and the day
+  local release
+  release=$(sed -n 's/^## //p' CHANGELOG.md | head -n 1)
+  [ "$2" = "$release" ] || fail "CHANGELOG.md tells of $release, the $1 of $2"
+}
+
 check_archives() {
-  local tree=$work/tree archive version found
+  local tree=$work/tree archive day
   lintian --allow-root --fail-on error,warning "$work"/*.deb
   for archive in "$work"/*.deb; do
     dpkg-deb --extract "$archive" "$tree"
@@ -36,14 +54,12 @@ check_archives() {
   appstreamcli validate --no-net "$tree$metainfo"
   appstreamcli validate-tree --no-net "$tree"
   ! dpkg-deb --field "$work/$command"_*.deb Depends | grep -i qt || fail 'the command takes a toolkit'
-
-  version=$(dpkg-deb --field "$work/$window"_*.deb Version)
-  found=$(dpkg-parsechangelog -l packaging/linux/changelog -S Version)
-  [ "$found" = "$version" ] || fail "the changelog tells of $found, the version is $version"
-  found=$(sed -n 's/^## //p' CHANGELOG.md | head -n 1)
-  [ "$found" = "$version" ] || fail "CHANGELOG.md tells of $found, the version is $version"
-  found=$(sed -n 's/.*<release version="\([^"]*\)".*/\1/p' "$tree$metainfo" | head -n 1)
-  [ "$found" = "$version" ] || fail "the metadata tell of $found, the version is $version"
+  check_manuals "$tree"
+  day=$(date --utc --date "$(dpkg-parsechangelog -l packaging/linux/changelog -S Date)" +%F)
+  check_release changelog "$(dpkg-parsechangelog -l packaging/linux/changelog -S Version) - $day"
+  check_release packages "$(dpkg-deb --field "$work/$window"_*.deb Version) - $day"
+  check_release metadata "$(sed -n \
+    's/.*<release version="\(.*\)" date="\(.*\)">/\1 - \2/p' "$tree$metainfo" | head -n 1)"
 }
 
 entry() {
