@@ -67,7 +67,7 @@ class ProgramFile(unittest.TestCase):
     def test_is_carried_away_with_a_few_words(self):
         with zipfile.ZipFile(next(BUILD.glob("*.zip"))) as archive:
             names = {pathlib.PurePath(name).name for name in archive.namelist()}
-        self.assertEqual(names, {PROGRAM.name, COMMAND.name, "README.txt"})
+        self.assertEqual(names, {PROGRAM.name, COMMAND.name, "README.txt", "COPYRIGHT.txt"})
 
 
 if __name__ == "__main__":
