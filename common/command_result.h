@@ -14,7 +14,7 @@ std::string errorResult(std::string_view reason);
 
 bool Tool_IsErrorResult(std::string_view text);
 
-// What follows the first "=" and the one character behind it; the whole text if it has no "=".
+// What follows the first "=" and the one character after it; the whole text if it has no "=".
 std::string Tool_ValueAfterEquals(std::string_view text);
 
 // Replaces a command result by its value and says true, or a failure by "UNKNOWN" and says false.

@@ -18,10 +18,10 @@ std::string_view trimBlanks(std::string_view text) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-// Writes a value that is not negative with the given number of digits behind the point, and leaves
+// Writes a value that is not negative with the given number of digits after the point, and leaves
 // the point itself out.
 std::string roundedDigits(double value, int digits) {
-  // No double has more digits behind the point, so this many write every value exactly.
+  // No double has more digits after the point, so this many write every value exactly.
   constexpr int kAllDigits = 1074;
   std::array<char, std::numeric_limits<double>::max_exponent10 + 2 + kAllDigits> exact{};
   const auto [end, error] = std::to_chars(exact.data(), exact.data() + exact.size(), value,

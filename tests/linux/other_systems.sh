@@ -7,7 +7,7 @@
 #   tests/linux/other_systems.sh SUITE[/ARCHITECTURE]...    other Debians that this processor runs
 #
 # A root lives in memory and in namespaces that end with this script, however the script ends, so
-# that nothing stays mounted, running or on the disk. The script takes root's rights, or sudo.
+# that nothing stays mounted, running or on the disk. The script needs root's rights, or sudo.
 set -euo pipefail
 [ "$(id -u)" -eq 0 ] || exec sudo "$0" "$@"
 cd "$(dirname "$0")/../.."
@@ -62,7 +62,7 @@ fi
 
 free=$(awk '/^(MemAvailable|SwapFree):/ { sum += $2 } END { print int(sum / 1024 ^ 2) }' /proc/meminfo)
 if [ "$free" -lt "$needed" ]; then
-  printf 'Another system takes up to %d GiB of memory and swap; %d are free.\n' "$needed" "$free" >&2
+  printf 'Another system needs up to %d GiB of memory and swap; %d are free.\n' "$needed" "$free" >&2
   exit 1
 fi
 install_missing debootstrap debian-archive-keyring git

@@ -53,7 +53,7 @@ check_archives() {
   desktop-file-validate "$tree$desktop_entry"
   appstreamcli validate --no-net "$tree$metainfo"
   appstreamcli validate-tree --no-net "$tree"
-  ! dpkg-deb --field "$work/$command"_*.deb Depends | grep -i qt || fail 'the command takes a toolkit'
+  ! dpkg-deb --field "$work/$command"_*.deb Depends | grep -i qt || fail 'the command needs a toolkit'
   check_manuals "$tree"
   day=$(date --utc --date "$(dpkg-parsechangelog -l packaging/linux/changelog -S Date)" +%F)
   check_release changelog "$(dpkg-parsechangelog -l packaging/linux/changelog -S Version) - $day"
