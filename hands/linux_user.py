@@ -120,8 +120,11 @@ class User(AnyUser):
         return None
 
     def click_hastily(self, caption):
-        """Clicks five times before the window has done with the first click."""
-        self.point_at(self.place(caption))
+        """Presses as a screen reader does, which clicks a moment later, and clicks five times before
+        the window has done with the first click."""
+        button = self.find(caption)
+        self.point_at(place_of(button))
+        button.queryAction().doAction(0)
         xdotool("click", "--repeat", 5, "--delay", 0, 1)
 
     def has_tooltip(self, text):

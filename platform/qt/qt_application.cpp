@@ -32,15 +32,18 @@ bool QtApplication::notify(QObject* receiver, QEvent* event) {
   return QApplication::notify(receiver, event);
 }
 
-// Repeats of a key are marked, except for the first one that reaches a new window: that one comes
-// as a release and a press with the same time stamp.
+// Repeats of a key are marked, except for the first one that reaches a new window under X11: that
+// one comes as a release and a press with the same time stamp. A helping program may give all keys
+// the time stamp 0, which tells nothing.
 bool QtApplication::isRepeat(const QKeyEvent& key) {
   if (key.type() == QEvent::KeyRelease) {
     releasedKey_ = key.key();
     releasedAt_ = key.timestamp();
     return key.isAutoRepeat();
   }
-  return key.isAutoRepeat() || (key.key() == releasedKey_ && key.timestamp() == releasedAt_);
+  const bool hasTime = key.timestamp() != 0;
+  return key.isAutoRepeat() ||
+         (hasTime && key.key() == releasedKey_ && key.timestamp() == releasedAt_);
 }
 
 }  // namespace zendor

@@ -122,12 +122,14 @@ void QtForm::addControl(const FormControl& control, const FormScale& scale) {
   controls_.emplace(control.id, std::move(widget));
 }
 
+// A press by a helping program clicks a moment later, even if the button has been disabled since.
 void QtForm::connectControl(const FormControl& control, QWidget& widget) {
   auto* const button = qobject_cast<QAbstractButton*>(&widget);
   if (control.kind == ControlKind::OptionButton) optionButtons_.addButton(button);
   if (control.kind != ControlKind::PushButton) return;
-  QObject::connect(button, &QAbstractButton::clicked,
-                   [this, id = control.id] { events_->Control_Click(id); });
+  QObject::connect(button, &QAbstractButton::clicked, [this, button, id = control.id] {
+    if (button->isEnabled()) events_->Control_Click(id);
+  });
 }
 
 // Screen readers and other helping programs can find a control by its name, and a control of an

@@ -83,17 +83,29 @@ TEST(Window, KeepsTheResultReadableWhenTheThemeChangesAndWhenTheWindowIsInactive
   QApplication::setPalette(before);
 }
 
+void sendKey(QWindow& window, QEvent::Type type, Qt::Key key, quint64 time, bool isRepeat = false) {
+  QKeyEvent event(type, key, Qt::NoModifier, {}, isRepeat);
+  event.setTimestamp(time);
+  QSpontaneKeyEvent::setSpontaneous(&event);
+  qApp->notify(&window, &event);
+}
+
 // Looks at the message box that is shown next, and then answers it with a key. The key was held
-// when the box came, so that its repeat comes first.
+// when the box came, so that both kinds of its repeat come first. A helping program then presses it
+// at a time that it does not tell.
 void answerNextBox(Qt::Key key, const std::function<void(const QMessageBox&)>& look) {
   QTimer::singleShot(0, [=] {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     look(*box);
-    QKeyEvent repeat(QEvent::KeyPress, key, Qt::NoModifier, {}, true);
-    QSpontaneKeyEvent::setSpontaneous(&repeat);
-    qApp->notify(box->windowHandle(), &repeat);
+    QWindow& window = *box->windowHandle();
+    sendKey(window, QEvent::KeyRelease, key, 7);
+    sendKey(window, QEvent::KeyPress, key, 7);
+    sendKey(window, QEvent::KeyPress, key, 8, true);
     EXPECT_TRUE(box->isVisible());
-    QTest::keyClick(box, key);
+    sendKey(window, QEvent::KeyRelease, key, 0);
+    sendKey(window, QEvent::KeyPress, key, 0);
+    EXPECT_FALSE(box->isVisible());
+    box->hide();
   });
 }
 
