@@ -1,12 +1,12 @@
 #include "platform/qt/qt_controls.h"
 
+#include <QApplication>
 #include <QButtonGroup>
 #include <QFontInfo>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
-#include <algorithm>
 
 #include "platform/qt/result_box.h"
 #include "platform/shared/twips.h"
@@ -67,34 +67,41 @@ std::unique_ptr<QWidget> makeWidget(const FormControl& control, QWidget& client)
   return makeLabel(control, client);
 }
 
-QFont describedFont(const FormFont& font, double growth) {
-  QFont result(QString::fromStdString(font.family));
-  result.setPointSizeF(font.points * growth);
-  result.setBold(font.bold);
-  return result;
+QFont fontOf(const FormControl& control, const QWidget& widget, const FormScale& scale) {
+  if (!control.font) {
+    if (scale.userFontFactor == 1) return {};  // the user's, also when that changes
+    QFont font = QApplication::font(&widget);
+    font.setPointSizeF(QFontInfo(font).pointSizeF() * scale.userFontFactor);
+    return font;
+  }
+  QFont font(QString::fromStdString(control.font->family));
+  font.setPointSizeF(control.font->points * scale.describedFontFactor);
+  font.setBold(control.font->bold);
+  return font;
 }
 
-QFont defaultFont(const QWidget& widget, double factor) {
-  QFont font = widget.font();
-  font.setPointSizeF(QFontInfo(font).pointSizeF() * factor);
-  return font;
+// Helping programs can find a control by its name. All option buttons are one array, so each has
+// its index as well.
+QString nameOf(const FormControl& control) {
+  const QString name = QString::fromUtf8(control.id.name);
+  return control.kind == ControlKind::OptionButton ? name + QString::number(control.id.index)
+                                                   : name;
 }
 
 }  // namespace
 
-std::unique_ptr<QWidget> makeControl(const FormControl& control, QWidget& client,
-                                     const FormScale& scale) {
+std::unique_ptr<QWidget> makeControl(const FormControl& control, QWidget& client) {
   auto widget = makeWidget(control, client);
-  const PixelRect rect = pixelsFromTwips(control.rect, scale.dotsPerInch);
-  widget->setGeometry(rect.left, rect.top, rect.width, rect.height);
+  widget->setObjectName(nameOf(control));
   setCaption(*widget, QString::fromStdString(control.caption));
   widget->setAccessibleDescription(QString::fromStdString(control.description));
-  if (control.font) {
-    widget->setFont(describedFont(*control.font, scale.growth));
-  } else if (scale.defaultFont < 1) {
-    widget->setFont(defaultFont(*widget, scale.defaultFont));
-  }
   return widget;
+}
+
+void placeControl(QWidget& widget, const FormControl& control, const FormScale& scale) {
+  const PixelRect rect = pixelsFromTwips(control.rect, scale.dotsPerInch);
+  widget.setGeometry(rect.left, rect.top, rect.width, rect.height);
+  widget.setFont(fontOf(control, widget, scale));
 }
 
 void setCaption(QWidget& control, const QString& caption) {

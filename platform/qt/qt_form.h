@@ -2,36 +2,22 @@
 #pragma once
 
 #include <QButtonGroup>
-#include <QDialog>
 #include <QMenuBar>
 #include <QVBoxLayout>
-#include <functional>
 #include <map>
 #include <memory>
 
 #include "platform/form.h"
-#include "platform/qt/qt_scale.h"
+#include "platform/qt/form_window.h"
 
 namespace zendor {
 
-// The dialog window itself. Closing it runs the given action; Esc does nothing.
-class FormWindow final : public QDialog {
- public:
-  explicit FormWindow(std::function<void()> onClose);
-  void reject() override;
-
- protected:
-  void closeEvent(QCloseEvent* event) override;
-
- private:
-  std::function<void()> onClose_;
-};
-
 class QtForm final : public Form {
  public:
-  explicit QtForm(const FormDescription& description);
+  explicit QtForm(FormDescription description);
 
-  // Loads, shows and activates the form. The receiver of its events outlives the form.
+  // Loads, shows and activates the form, which raises events as long as Qt handles any. The
+  // receiver may go before the form, but not before that end.
   void show(FormEvents& events);
 
   QWidget& window() { return window_; }
@@ -46,12 +32,12 @@ class QtForm final : public Form {
  private:
   void layOutWindow();
   void addMenu(const FormMenu& menu);
-  int frameHeight() const;
-  void addControl(const FormControl& control, const FormScale& scale);
+  void addControl(const FormControl& control);
   void connectControl(const FormControl& control, QWidget& widget);
-  void nameControls();
-  void orderFocus(std::vector<FormControl> controls);
+  void layOutControls();
+  void orderFocus();
 
+  FormDescription description_;
   FormEvents* events_ = nullptr;
   FormWindow window_;
   QMenuBar menuBar_;

@@ -3,7 +3,6 @@
 #include <QScreen>
 #include <algorithm>
 
-#include "platform/qt/qt_controls.h"
 #include "platform/shared/twips.h"
 
 namespace zendor {
@@ -21,7 +20,8 @@ double growthForCaptions(const FormDescription& description, const FormScale& sc
   QWidget scratch;
   for (const FormControl& control : description.controls) {
     if (control.font) continue;
-    const auto widget = makeControl(control, scratch, scale);
+    const auto widget = makeControl(control, scratch);
+    placeControl(*widget, control, scale);
     const QSize room = widget->size();
     growth = std::max({growth, growthFor(widget->sizeHint().width(), room.width()),
                        growthFor(widget->fontMetrics().height(), room.height())});
@@ -48,8 +48,9 @@ FormScale scaleOf(const QWidget& window, int frameHeight, const FormDescription&
   FormScale scale{dotsPerInch * growth * share, growth * share, share};
   // The circles of option buttons do not shrink, so that their captions have to make room for them.
   constexpr double kLeastFont = 0.1;
-  while (share < 1 && scale.defaultFont > kLeastFont && growthForCaptions(description, scale) > 1) {
-    scale.defaultFont *= 0.98;
+  while (share < 1 && scale.userFontFactor > kLeastFont &&
+         growthForCaptions(description, scale) > 1) {
+    scale.userFontFactor *= 0.98;
   }
   return scale;
 }

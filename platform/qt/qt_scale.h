@@ -4,14 +4,9 @@
 #include <QWidget>
 
 #include "platform/form.h"
+#include "platform/qt/qt_controls.h"
 
 namespace zendor {
-
-struct FormScale {
-  double dotsPerInch = 0;  // of the places and the sizes
-  double growth = 0;       // what the sizes of the described fonts are multiplied by
-  double defaultFont = 0;  // what the size of the user's font is multiplied by
-};
 
 // One factor for the whole form: the density of the window's screen, times the growth that the
 // captions need in the user's font. A form that would be larger than the screen is shrunk as a

@@ -1,12 +1,12 @@
 #include "program/linux/run_program.h"
 
 #include "app/frm_startup.h"
+#include "platform/qt/port_tips.h"
 #include "platform/qt/qt_application.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_form.h"
 #include "platform/qt/qt_regional.h"
 #include "platform/shared/steady_clock.h"
-#include "program/linux/port_tips.h"
 #include "program/version.h"
 
 namespace zendor {

@@ -1,4 +1,4 @@
-#include "program/linux/port_tips.h"
+#include "platform/qt/port_tips.h"
 
 #include <QEvent>
 #include <QTextDocument>
