@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 
+#include "platform/win32/win32_keys.h"
 #include "platform/win32/win32_text.h"
 
 namespace zendor {
@@ -31,6 +32,7 @@ MessageAnswer Win32Desktop::showMessage(const Message& message) {
   const UINT buttons = isChoice ? MB_YESNO : MB_OK;
   int answer = 0;
   calls_.callModal([&] {
+    const NoHeldKeys filter;
     answer = MessageBoxW(calls_.window(), wideFromUtf8(message.text).c_str(),
                          wideFromUtf8(message.title).c_str(), buttons | flagOf(message.icon));
   });

@@ -4,14 +4,35 @@
 
 namespace zendor {
 
+namespace {
+
+bool isRepeat(const MSG& message) {
+  const bool isPress = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
+  return isPress && (HIWORD(message.lParam) & KF_REPEAT) != 0;
+}
+
+// Windows asks this about each message in the loop of a message box. "True" drops the message.
+LRESULT CALLBACK dropRepeats(int code, WPARAM wParam, LPARAM lParam) {
+  const auto* const message =
+      reinterpret_cast<const MSG*>(lParam);  // NOLINT(performance-no-int-to-ptr)
+  if (code == MSGF_DIALOGBOX && isRepeat(*message)) return TRUE;
+  return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+}  // namespace
+
 HACCEL createKeys() {
   ACCEL keys[] = {{FVIRTKEY | FCONTROL, 'C', kCopy}, {FVIRTKEY | FCONTROL, VK_INSERT, kCopy}};
   return CreateAcceleratorTableW(keys, std::size(keys));
 }
 
 bool isRepeatOfReturn(const MSG& message) {
-  return message.message == WM_KEYDOWN && message.wParam == VK_RETURN &&
-         (HIWORD(message.lParam) & KF_REPEAT) != 0;
+  return isRepeat(message) && message.wParam == VK_RETURN;
 }
+
+NoHeldKeys::NoHeldKeys()
+    : filter_(SetWindowsHookExW(WH_MSGFILTER, &dropRepeats, nullptr, GetCurrentThreadId())) {}
+
+NoHeldKeys::~NoHeldKeys() { UnhookWindowsHookEx(filter_); }
 
 }  // namespace zendor

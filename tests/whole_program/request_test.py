@@ -150,6 +150,16 @@ class Request(unittest.TestCase):
             user.wait_until_ready()
             self.assertEqual(pod.requests_at_end(), WHOLE_REQUEST)
 
+    def test_a_message_is_answered_by_a_key_that_is_pressed_after_it_has_come(self):
+        with Pod("--no-pod") as pod, self.user(pod.device) as user:
+            with user.holding("Return"):
+                user.box()
+                time.sleep(1)  # the keyboard repeats the key meanwhile
+                user.box()
+            user.press("Return")
+            user.wait_until_ready()
+            self.assertEqual(pod.requests_at_end(), [POLL, POLL])
+
     def test_the_arrow_keys_walk_through_the_ports_and_round(self):
         with self.user() as user:
             user.press("Tab")
@@ -186,11 +196,15 @@ class Request(unittest.TestCase):
             user.wait_for_result()
             user.wait_until_ready()
             user.wait_until_copied("earlier")
+            shown = finished_picture(user.result_place(), "The result").rows
+            user.press("Tab")
             for key in ("Menu", "shift+F10"):
                 user.press(key)
                 user.menu()
                 user.press("c")
                 user.wait_until(lambda: user.find_menu() is None, "The end of the menu")
+                user.wait_until_focused(OPTIONS[0])  # and the number is not left highlighted
+                self.assertEqual(finished_picture(user.result_place(), "The result").rows, shown)
             user.wait_until_copied("C-1234567")
 
     def test_leaves_the_focus_where_the_user_puts_it_during_a_request(self):
