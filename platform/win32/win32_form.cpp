@@ -127,6 +127,7 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_CONTEXTMENU:
       if (lParam != -1) break;  // without a place, a key asks for the window's only context menu
+      noteFocus();              // because the result box takes the focus for its menu
       return SendMessageW(resultBox_, message, reinterpret_cast<WPARAM>(resultBox_), lParam);
     case WM_CLOSE:
       if (events_ != nullptr) events_->Form_Unload();

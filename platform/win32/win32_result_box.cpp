@@ -17,20 +17,24 @@ struct Selection {
   DWORD end = 0;
 };
 
-// Selects the whole text when nothing is selected. Returns the selection before.
-Selection selectSomething(HWND box) {
-  Selection before;
-  SendMessageW(box, EM_GETSEL, reinterpret_cast<WPARAM>(&before.start),
-               reinterpret_cast<LPARAM>(&before.end));
-  if (before.start == before.end) SendMessageW(box, EM_SETSEL, 0, -1);
-  return before;
+Selection selectionOf(HWND box) {
+  Selection selection;
+  SendMessageW(box, EM_GETSEL, reinterpret_cast<WPARAM>(&selection.start),
+               reinterpret_cast<LPARAM>(&selection.end));
+  return selection;
 }
 
-// The selection stays as it was.
-void copyText(HWND box) {
-  const Selection before = selectSomething(box);
-  DefSubclassProc(box, WM_COPY, 0, 0);
-  SendMessageW(box, EM_SETSEL, before.start, static_cast<LPARAM>(before.end));
+// Has the edit control handle a message that works on the selection. If nothing is selected, the
+// whole text is selected meanwhile.
+void handleWithSelection(HWND box, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto [start, end] = selectionOf(box);
+  if (start == end) SendMessageW(box, EM_SETSEL, 0, -1);
+  DefSubclassProc(box, message, wParam, lParam);
+  if (start == end) SendMessageW(box, EM_SETSEL, start, static_cast<LPARAM>(end));
+}
+
+void giveFocusBack(HWND box) {
+  if (GetFocus() == box) SetFocus(GetParent(box));
 }
 
 // An edit control needs the focus to select with the mouse, so it gets the focus for the press. It
@@ -42,17 +46,17 @@ LRESULT CALLBACK boxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lPar
     case WM_LBUTTONDBLCLK:
       SetFocus(box);
       break;
-    case WM_CONTEXTMENU:
-      selectSomething(box);  // because "Copy" in the menu copies the selection alone
-      [[fallthrough]];
     case WM_LBUTTONUP:
-    case WM_RBUTTONUP: {
-      const LRESULT result = DefSubclassProc(box, message, wParam, lParam);
-      if (GetFocus() == box) SetFocus(GetParent(box));
-      return result;
-    }
+    case WM_RBUTTONUP:
+      DefSubclassProc(box, message, wParam, lParam);
+      giveFocusBack(box);
+      return 0;
+    case WM_CONTEXTMENU:  // "Copy" in the menu can be chosen only while something is selected
+      handleWithSelection(box, message, wParam, lParam);
+      giveFocusBack(box);
+      return 0;
     case WM_COPY:
-      copyText(box);
+      handleWithSelection(box, message, wParam, lParam);
       return 0;
     default:
       break;
