@@ -93,7 +93,9 @@ void Win32PortTips::fill(NMTTDISPINFOW& tip) {
   const auto choice = std::ranges::find_if(choices_, [&](const Choice& candidate) {
     return reinterpret_cast<UINT_PTR>(candidate.button) == tip.hdr.idFrom;
   });
-  if (choice != choices_.end()) tip.lpszText = choice->port.data();
+  if (choice == choices_.end()) return;
+  shown_ = choice->port;
+  tip.lpszText = shown_.data();
 }
 
 }  // namespace zendor

@@ -39,6 +39,7 @@ class Win32PortTips final {
   const HWND window_;
   const DescribePort describePort_;
   std::vector<Choice> choices_;
+  std::wstring shown_;  // what a tooltip reads while it shows
 };
 
 }  // namespace zendor

@@ -17,7 +17,7 @@
 void operator delete(void* block) noexcept {
   auto* const bytes = static_cast<volatile std::uint8_t*>(block);
   if (block != nullptr) std::fill_n(bytes, _msize(block), std::uint8_t{0xDD});
-  std::free(block);
+  std::free(block);  // NOLINT(cppcoreguidelines-owning-memory)
 }
 void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
 

@@ -32,13 +32,15 @@ bool comeToBeTold(std::size_t count) {
 }
 
 TEST(Win32PortTips, DescribeEveryChoiceAndThenOnlyWhatHasChanged) {
-  const auto create = [](const wchar_t* kind, DWORD style, HWND parent, UINT_PTR number) {
-    return CreateWindowExW(0, kind, L"", style, 0, 0, 9, 9, parent, reinterpret_cast<HMENU>(number),
-                           nullptr, nullptr);
+  const auto create = [](const wchar_t* kind, DWORD style, HWND parent, LONG_PTR number) {
+    const HWND made =
+        CreateWindowExW(0, kind, L"", style, 0, 0, 9, 9, parent, nullptr, nullptr, nullptr);
+    SetWindowLongPtrW(made, GWLP_ID, number);
+    return made;
   };
   const HWND window = create(WC_STATICW, 0, HWND_MESSAGE, 0);
   create(WC_BUTTONW, WS_CHILD | BS_DEFPUSHBUTTON, window, 9);
-  for (const UINT_PTR number : {1, 2})
+  for (const LONG_PTR number : {1, 2})
     create(WC_BUTTONW, WS_CHILD | BS_AUTORADIOBUTTON, window, number);
   std::string second = "nothing";
   const zendor::Win32PortTips tips(window, [&](int port) { return port == 1 ? "COM1" : second; });
