@@ -7,12 +7,17 @@
 #   ./test.sh clang          the same by clang
 #   ./test.sh windows        the Windows program, cross-built and run under Wine
 #
-# Arguments after the preset go to ctest: -R NAME runs one test, -L app those of the layer app.
+# Arguments that begin with "-", and all after the preset, go to ctest: ./test.sh -R NAME runs one
+# test, ./test.sh asan -L app those of the layer app.
 set -euo pipefail
 cd "$(dirname "$0")"
 . tools/packages.sh
 
-preset=${1:-dev}
+preset=dev
+if [[ ${1:--} != -* ]]; then
+  preset=$1
+  shift
+fi
 case $preset in
   dev | release-test | asan)
     packages=("${test_packages[@]}")
@@ -24,7 +29,7 @@ case $preset in
     packages=("${windows_packages[@]}" "${wine_packages[@]}")
     ;;
   *)
-    sed -n '2,10s/^# \{0,1\}//p' "$0" >&2
+    sed -n '2,11s/^# \{0,1\}//p' "$0" >&2
     exit 2
     ;;
 esac
@@ -36,4 +41,4 @@ if [ "$preset" = windows ]; then # its simulated pod is a Linux program
 fi
 cmake --preset "$preset"
 cmake --build --preset "$preset"
-ctest --preset "$preset" "${@:2}"
+ctest --preset "$preset" "$@"
