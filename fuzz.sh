@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Runs each fuzz target for the given number of seconds, from the seeds in fuzz/corpus and what
+# Runs the fuzz targets side by side for the given number of seconds, from the seeds in fuzz/corpus and what
 # earlier runs have found.
 #
-#   ./fuzz.sh           a minute each
+#   ./fuzz.sh           a minute
 #   ./fuzz.sh 28800     a night
 set -euo pipefail
 cd "$(dirname "$0")"
@@ -11,9 +11,18 @@ cd "$(dirname "$0")"
 install_missing "${build_packages[@]}" clang libclang-rt-dev
 cmake --preset fuzz
 cmake --build --preset fuzz
+running=()
 for target in receive text; do
   found=build/fuzz/corpus/$target
   mkdir -p "$found"
-  "build/fuzz/fuzz/${target}_fuzz" -max_total_time="${1:-60}" -print_final_stats=1 \
-    -artifact_prefix="build/fuzz/" "$found" "fuzz/corpus/$target"
+  (
+    "build/fuzz/fuzz/${target}_fuzz" -max_total_time="${1:-60}" -print_final_stats=1 \
+      -artifact_prefix="build/fuzz/" "$found" "fuzz/corpus/$target" |& sed "s|^|$target  |"
+  ) &
+  running+=($!)
 done
+outcome=0
+for target in "${running[@]}"; do
+  wait "$target" || outcome=1
+done
+exit $outcome

@@ -1,13 +1,16 @@
 #!/usr/bin/env bash
-# Runs clang-format and clang-tidy over every source. clang-tidy sees the sources of Windows as the
-# cross compiler does.
+# Runs clang-format and clang-tidy over every source; "tools/lint.sh format" runs clang-format alone.
+# clang-tidy sees the sources of Windows as the cross compiler does.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . tools/packages.sh
 
-install_missing "${build_packages[@]}" "${test_packages[@]}" "${windows_packages[@]}" \
-  libbenchmark-dev git clang-format clang-tidy
+install_missing git clang-format
 git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
+[ "${1:-}" != format ] || exit 0
+
+install_missing "${build_packages[@]}" "${test_packages[@]}" "${windows_packages[@]}" \
+  libbenchmark-dev clang-tidy
 
 # Lints the sources named on the standard input, as the given build folder compiles them. Unknown
 # warning options are allowed, because some options of GCC are unknown to clang.

@@ -22,9 +22,15 @@ wine_packages=(wine wine64 xvfb xauth openbox xdotool xclip x11-utils imagemagic
 # To make the Debian packages, and to check them as distributions do.
 deb_packages=(dpkg-dev file lintian desktop-file-utils appstream man-db)
 
+# Has apt wait for another program that installs.
+patient=(-o DPkg::Lock::Timeout=600)
+
 # Installs those of the given packages that are missing. Where that is not possible, names them and
-# carries on, because the system may have them under other names.
-install_missing() {
+# carries on, because the system may have them under other names. Scripts that run side by side wait
+# for each other here, because apt refuses a second one.
+packages_file=$PWD/${BASH_SOURCE[0]}
+install_missing() (
+  flock 9
   local missing=() as_root=() package
   if command -v dpkg-query >/dev/null; then
     for package in "$@"; do
@@ -43,5 +49,5 @@ install_missing() {
   printf 'Installing %s\n' "${missing[*]}"
   "${as_root[@]}" apt-get update -qq
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
-}
+    apt-get "${patient[@]}" install -y -qq --no-install-recommends "${missing[@]}" >/dev/null 9<&-
+) 9<"$packages_file"

@@ -51,7 +51,7 @@ try_system() {
     summary+=$'\n'"$command: $result in $((SECONDS - began)) s"
   done
   summary+=$'\n'"$(df --human-readable --output=used "$root" | tail -n 1 | tr -d ' ') of memory"
-  sed "s|^|$suite/$architecture  |" <<<"$summary"
+  printf '%s\n' "$summary"
   return $outcome
 }
 
@@ -60,6 +60,7 @@ if [ -n "${OTHER_SYSTEM:-}" ]; then
   exit
 fi
 
+# As many systems at once as the memory holds, all of them or one after another.
 free=$(awk '/^(MemAvailable|SwapFree):/ { sum += $2 } END { print int(sum / 1024 ^ 2) }' /proc/meminfo)
 if [ "$free" -lt "$needed" ]; then
   printf 'Another system needs up to %d GiB of memory and swap; %d are free.\n' "$needed" "$free" >&2
@@ -67,14 +68,23 @@ if [ "$free" -lt "$needed" ]; then
 fi
 install_missing debootstrap debian-archive-keyring git
 [ $# -gt 0 ] || set -- trixie bookworm/i386
-outcome=0
+outcome=0 running=()
 trap 'jobs -p | xargs --no-run-if-empty kill -KILL' EXIT
 trap 'exit 1' INT TERM HUP
 for system in "$@"; do
   [[ $system == */* ]] || system+=/$(dpkg --print-architecture)
-  OTHER_SYSTEM=$system setpriv --pdeathsig KILL \
-    unshare --mount --pid --ipc --mount-proc --fork --kill-child tests/linux/other_systems.sh \
-    < <(git archive HEAD) &
-  wait $! || outcome=1
+  (
+    OTHER_SYSTEM=$system setpriv --pdeathsig KILL \
+      unshare --mount --pid --ipc --mount-proc --fork --kill-child tests/linux/other_systems.sh \
+      < <(git archive HEAD) |& sed --unbuffered "s|^|$system  |"
+  ) &
+  if [ "$free" -lt $((needed * $#)) ]; then
+    wait $! || outcome=1
+  else
+    running+=($!)
+  fi
+done
+for system in "${running[@]}"; do
+  wait "$system" || outcome=1
 done
 exit $outcome

@@ -92,7 +92,7 @@ check_installed() {
 }
 
 remove_packages() {
-  "${as_root[@]}" apt-get purge -y -qq "$window" "$command" >/dev/null
+  "${as_root[@]}" apt-get "${patient[@]}" purge -y -qq "$window" "$command" >/dev/null
 }
 
 install_missing "${build_packages[@]}" "${screen_packages[@]}" "${deb_packages[@]}"
@@ -104,7 +104,7 @@ new_paths=$(for archive in "$work"/*.deb; do dpkg-deb --fsys-tarfile "$archive" 
   sed 's|^\.||' | while read -r path; do [ -e "$path" ] || echo "$path"; done)
 trap 'remove_packages; rm -rf "$work"' EXIT
 "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-  apt-get install -y -qq --no-install-recommends "$work"/*.deb >/dev/null
+  apt-get "${patient[@]}" install -y -qq --no-install-recommends "$work"/*.deb >/dev/null
 check_installed
 remove_packages
 trap 'rm -rf "$work"' EXIT
