@@ -20,7 +20,7 @@ def requests(windows, simulator):
     with SimulatedPod(simulator) as pod:
         windows.attach(pod.device)
         count = str(REQUESTS + 1)
-        bench = windows.start("bench/request_bench.exe", count, stdout=subprocess.PIPE, text=True)
+        bench = windows.launch("bench/request_bench.exe", count, stdout=subprocess.PIPE, text=True)
         output, _ = bench.communicate(timeout=120)
     if bench.returncode != 0:
         raise RuntimeError("The requests have not come to their end")

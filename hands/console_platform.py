@@ -1,10 +1,11 @@
 """The command for scripts on Linux, and a user of the command."""
 
-import fcntl
 import pathlib
 import re
 import signal
 import subprocess
+
+import linux_refusals
 
 PORT = "Serial Port 1"
 
@@ -14,7 +15,7 @@ class Console:
     listed_ports = "".join(
         rf"{number}: (/dev/tty\S+(, .+)?|no such port on this computer)\n" for number in range(1, 5)
     ) + "other: the path of a device, such as /dev/ttyUSB0\n"
-    write_refusal = r"^Unhandled Error number 5\n.* is gone: .*\nOccured in LL_Serial_SendMessage$"
+    write_refusal = linux_refusals.WRITE_REFUSAL
 
     def __init__(self, program):
         self.program = program
@@ -36,14 +37,7 @@ class Console:
         return run([self.program, *arguments], stdout)
 
     def refusals(self, device):
-        """Devices that do not open, each with the reason, and the file that holds the device."""
-        holder = open(device, "rb")
-        fcntl.flock(holder, fcntl.LOCK_EX)
-        return [
-            (["/dev/ttyNone"], "There is no serial port /dev/ttyNone on this computer"),
-            ([device], f"The serial port {device} is in use by another program"),
-            ([__file__], f"{__file__} is not a serial port"),
-        ], holder
+        return linux_refusals.refusals(device)
 
 
 def run(command, stdout):

@@ -1,10 +1,10 @@
 """Linux: the window on devices that the test names. Environment variables, and a file that they
 name, stand for the settings of the desktop."""
 
-import fcntl
 import pathlib
 import tempfile
 
+import linux_refusals
 from linux_user import User
 
 # What the toolkit takes for the user's settings: a font and colours. It takes no colours from a
@@ -28,7 +28,7 @@ class Linux:
     densities += [{"density": 96, "font": 20}, {"density": 192, "font": 20}]
     holds = [({}, User.open_menu), ({}, User.open_menu_of_result), ({}, User.press_title_bar),
              ({}, User.hold_title_bar)]
-    write_refusal = r"^Unhandled Error number 5\n.* is gone: .*\nOccured in LL_Serial_SendMessage$"
+    write_refusal = linux_refusals.WRITE_REFUSAL
 
     def __init__(self, program):
         self.program = program
@@ -61,12 +61,5 @@ class Linux:
         return device
 
     def refusals(self, device):
-        """Devices that do not open, each with the reason, and the file that holds the device."""
-        holder = open(device, "rb")
-        fcntl.flock(holder, fcntl.LOCK_EX)
-        return [
-            ([], "There is no serial port 1 on this computer"),
-            (["/dev/ttyNone"], "There is no serial port /dev/ttyNone on this computer"),
-            ([device], f"The serial port {device} is in use by another program"),
-            ([__file__], f"{__file__} is not a serial port"),
-        ], holder
+        rows, holder = linux_refusals.refusals(device)
+        return [([], "There is no serial port 1 on this computer"), *rows], holder

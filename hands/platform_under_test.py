@@ -1,4 +1,5 @@
-"""The platform on which the whole program is tested, and a pod for the tests.
+"""The platform on which the whole program is tested, and a pod for the tests. A platform is what the
+user has before him: the window or the command for scripts, on Linux or on Windows.
 
 A test takes three arguments: the platform, what is tested there, and the simulator. The second is
 the program window_on_ports for "linux", the command for scripts for "console", and the folder where

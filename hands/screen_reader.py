@@ -32,13 +32,13 @@ class ScreenReader:
         self.heard = 0
         self.processes = []
         socket = folder / "socket"
-        self._start("speech-dispatcher", "--run-single", "--timeout", "0", "--config-dir", folder,
-                    "--log-dir", folder, "--pid-file", folder / "pid",
-                    "--communication-method", "unix_socket", "--socket-path", socket)
+        self._launch("speech-dispatcher", "--run-single", "--timeout", "0", "--config-dir", folder,
+                     "--log-dir", folder, "--pid-file", folder / "pid",
+                     "--communication-method", "unix_socket", "--socket-path", socket)
         wait_for(lambda: socket.exists() or None, "The speech service")
-        self._start("orca", "--user-prefs", folder / "orca", SPEECHD_ADDRESS=f"unix_socket:{socket}")
+        self._launch("orca", "--user-prefs", folder / "orca", SPEECHD_ADDRESS=f"unix_socket:{socket}")
 
-    def _start(self, *command, **variables):
+    def _launch(self, *command, **variables):
         environment = dict(os.environ, **variables)
         with self.words.open("a") as words:
             streams = {"stdout": words, "stderr": words}

@@ -82,12 +82,12 @@ class Windows:
     def command(self, program, *arguments):
         return [WINE, self.prefix, "wine", self.build / program, *arguments]
 
-    def start(self, program, *arguments, **streams):
+    def launch(self, program, *arguments, **streams):
         return subprocess.Popen(self.command(program, *arguments), **{**SILENT, **streams})
 
     def assert_passes(self, test, program):
         """A test program ends with success, or the test fails with what the program reports."""
-        process = self.start(program, stdout=subprocess.PIPE, text=True)
+        process = self.launch(program, stdout=subprocess.PIPE, text=True)
         with process.stdout:
             report = process.stdout.read()
         test.assertEqual(process.wait(), 0, report)
@@ -132,7 +132,7 @@ class Windows:
         """A user of the window with the devices behind Serial Port 1 and on; None is no device."""
         self.attach(*devices)
         self.reader = self.reader or Reader(self)
-        process = self.start("program/windows/ZendorSerialExtractor.exe")
+        process = self.launch("program/windows/ZendorSerialExtractor.exe")
         return User(process, self.reader, self.managed)
 
     def tooltip(self, _):
@@ -191,7 +191,7 @@ class Reader:
     """What the visible windows show, as the reader program lists it."""
 
     def __init__(self, windows):
-        self.process = windows.start(
+        self.process = windows.launch(
             "hands/window_reader.exe",
             stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, encoding="utf-8",
         )

@@ -24,8 +24,8 @@ class Messages(unittest.TestCase):
 
     def test_every_result_is_announced_to_a_screen_reader(self):
         with Pod() as pod, self.platform.user(pod.device) as user:
-            listener = self.platform.start("tests/windows/live_region_listener.exe",
-                                      stdout=subprocess.PIPE, text=True)
+            listener = self.platform.launch("tests/windows/live_region_listener.exe",
+                                            stdout=subprocess.PIPE, text=True)
             with listener.stdout as heard:
                 self.assertEqual(heard.readline(), "listening\n")
                 for _ in range(2):  # the same number; the emptied box tells nothing
@@ -37,7 +37,7 @@ class Messages(unittest.TestCase):
 
     def test_no_message_of_another_program_stops_it(self):
         with Pod() as pod, self.platform.user(pod.device) as user:
-            storm = self.platform.start("tests/windows/message_storm.exe", "10000")
+            storm = self.platform.launch("tests/windows/message_storm.exe", "10000")
             number = 0
             while number < REQUESTS or storm.poll() is None:
                 number += 1
