@@ -19,16 +19,10 @@ from captions import BUTTON, HEADING, OPTIONS
 from linux_user import User
 from platform_under_test import Pod
 from screen import output_of
-from simulated_pod import SLOW
 
 WINDOW = sys.argv[2]
 ICONS = pathlib.Path(__file__).parents[2] / "packaging/linux/icons"
 NOTHING = "no such port on this computer"
-
-
-def lock_file(pod):
-    """The name that other programs give to the lock file of the device."""
-    return pathlib.Path("/var/lock/LCK.." + os.path.basename(os.path.realpath(pod.device)))
 
 
 def wait_for_description(user, text):
@@ -87,23 +81,13 @@ class LinuxOnly(unittest.TestCase):
 
     def test_obeys_the_lock_files_of_other_programs(self):
         with Pod() as pod, User([WINDOW, pod.device]) as user:
-            lock = lock_file(pod)
+            lock = pathlib.Path("/var/lock/LCK.." + os.path.basename(os.path.realpath(pod.device)))
             lock.write_text("         1\n")
             try:
                 user.click(BUTTON)
                 self.assertIn(f"process 1 has locked it with {lock}.", user.box().text)
             finally:  # while the number is this pod's
                 lock.unlink()
-
-    def test_frees_the_port_when_it_is_killed_and_leaves_no_lock_behind(self):
-        with Pod("--serial-number", "9", *SLOW) as pod:
-            for result in ("killed", "C-9"):
-                with User([WINDOW, pod.device]) as user:
-                    user.click(BUTTON)
-                    user.wait_until_ready(False)
-                    if result != "killed":
-                        self.assertEqual(user.wait_for_result(), result)
-                self.assertFalse(lock_file(pod).exists())
 
 
 if __name__ == "__main__":

@@ -255,10 +255,7 @@ class Request(unittest.TestCase):
         with Pod(*torn_out) as pod, self.user(pod.device) as user:
             user.click(BUTTON)  # the second attempt cannot be written
             self.assert_box(user.box(), "Unhandled Error", "Occured", "yellow")
-            user.answer()
-            self.assert_box(user.box(), *NO_POD)
-            user.answer()
-            user.wait_until_ready()
+            user.finish()
             user.click(BUTTON)
             self.assert_box(user.box(), "Error opening/closing Serial Port 1", "free the port", None)
 
