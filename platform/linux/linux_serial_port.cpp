@@ -49,9 +49,9 @@ void assertModemLines(int line) {
   ::ioctl(line, TIOCMBIS, &lines);
 }
 
-// Without this setting an adapter can hold received bytes back for up to 16 ms. The result is true
-// when the setting was changed: a driver may not have it, or may refuse. The setting stays when a
-// program ends with the port open.
+// Without this setting an adapter can hold received bytes back for up to 16 ms. Returns whether the
+// setting was changed, because a driver may not have the setting, or may refuse. A driver keeps the
+// setting after the port is closed.
 bool switchLowLatency(int line, bool on) {
   constexpr int kLowLatency = ASYNC_LOW_LATENCY;
   serial_struct driver{};

@@ -45,9 +45,9 @@ FileDescriptor outsideStandardStreams(FileDescriptor file) {
   return FileDescriptor(::fcntl(file.number(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
 }
 
-// A console is refused by its number, because opening "/dev/tty" fails where there is none, and
-// "/dev/tty1" is closed to ordinary users. The system refuses with EBUSY what another program has
-// marked exclusive.
+// A console is refused before the open. Otherwise an ordinary user, who may not open "/dev/tty1",
+// would be told to ask for access to it. The open fails with EBUSY when another program has marked
+// the device exclusive.
 FileDescriptor openDevice(const std::string& device, const struct stat& status) {
   if (isConsole(status.st_rdev)) throw refusedCall(device, ENOTTY);
   FileDescriptor file(::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
@@ -60,8 +60,9 @@ FileDescriptor openDevice(const std::string& device, const struct stat& status) 
 }
 
 // Returns false when another program has locked the device or has marked it exclusive. The lock
-// keeps out every program that asks for it, a second start of this one as well, and it ends with
-// the process. The mark is looked up, because the administrator can open a marked device.
+// keeps out every program that asks for a lock, a second start of this one as well, and the kernel
+// removes the lock with the process. The mark is looked up, because the administrator can open a
+// marked device.
 bool lock(int line, const std::string& device) {
   if (::flock(line, LOCK_EX | LOCK_NB) != 0) {
     if (errno != EWOULDBLOCK) throw refusedCall(device, errno);
@@ -87,16 +88,16 @@ void refuseForeignLockFile(const fs::path& lockFolder, const std::string& device
 }
 
 // The mark keeps out programs that know nothing of locks. The kernel removes the mark of a real
-// device when nobody has the device open any longer. It keeps the mark of a pseudo-terminal as long
-// as the other end is open, so a program that died would leave a mark that refuses the next open.
-// For that reason a pseudo-terminal is not marked.
+// device when nobody has the device open any longer. But the mark of a pseudo-terminal stays as
+// long as the other end is open, even after the program that set the mark has died, and would
+// refuse the next open. For that reason a pseudo-terminal is not marked.
 void markExclusive(int line, dev_t device) {
   if (!isPseudoTerminal(device)) ::ioctl(line, TIOCEXCL);
 }
 
-// A second start of this program at the same moment also has the device open, but only for the
-// instant until the lock refuses it. So a search that finds a program is repeated after that
-// instant, and the port is free if the second search finds none.
+// A second start of this program also opens the device, and closes it an instant later, because it
+// does not get the lock. So a search that finds a program is repeated after such an instant. If the
+// second search finds none, the port is free.
 std::optional<std::string> lastingHolderOf(const struct stat& status) {
   constexpr std::chrono::milliseconds kInstantOfASecondStart{100};
   if (!otherHolderOf(status)) return std::nullopt;
@@ -122,7 +123,8 @@ FileDescriptor claimPort(const std::string& device, const fs::path& lockFolder) 
   return line;
 }
 
-// Without its removal the mark would outlive the close where another program has the device open.
+// The mark is removed first. Otherwise it would stay after the close for as long as another program
+// has the device open.
 void releasePort(FileDescriptor line) { ::ioctl(line.number(), TIOCNXCL); }
 
 }  // namespace zendor
