@@ -92,8 +92,8 @@ TEST_F(LinuxLine, CountsTheRealPortsOnBoardFirstThenAdaptersByNumber) {
   // Left out: control characters, the last of two bytes too, and what is not UTF-8.
   const char* const product =
       "USB-\033\x7F\xC2\x80\xC2\x9F\xC2\xA0S\xC3\xA9rial \xE2\x82\xAC\xF0\x9F\x94\x8C \x9B"
-      "\xC0\x9B\xE0\x82\x9B\xED\xA0\x80\xF4\x90\x80\x80\xF8"
-      "Controller\xE2\x82";
+      "\xC1\x81\xE0\x81\x81\xED\xA0\x80\xF4\x90\x80\x80\xF8"
+      "Controller\xE3\x81";
   const std::pair<const char*, const char*> files[] = {
       {"usb/idVendor", "1d6b"},      {"usb/product", "Hub"},         {"usb/1/idVendor", "067b"},
       {"usb/1/product", product},    {"usb/2/idVendor", "067b"},     {"class/tty/ttyS0/type", "4"},
