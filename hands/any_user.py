@@ -56,6 +56,13 @@ class AnyUser:
     def click(self, caption):
         self.click_at(self.place(caption))
 
+    def drag_over_the_right_half(self, place):
+        self.point_at(place)
+        xdotool("mousedown", 1)
+        left, top, right, bottom = place
+        self.point_at((right - 8, top, right, bottom))
+        xdotool("mouseup", 1)
+
     def press(self, *keys):
         xdotool("key", *keys)
 
@@ -204,9 +211,11 @@ class AnyUser:
         command = ["xclip", "-selection", "clipboard"]
         subprocess.run(command, input=text, text=True, stdout=subprocess.DEVNULL, check=True)
 
+    def copied(self, selection="clipboard"):
+        return output_of("xclip", "-o", "-selection", selection, check=False)
+
     def wait_until_copied(self, text):
-        command = ["xclip", "-o", "-selection", "clipboard"]
-        self.wait_until(lambda: output_of(*command, check=False) == text, f'"{text}" copied')
+        self.wait_until(lambda: self.copied() == text, f'"{text}" copied')
 
     def wait_for_end(self, seconds=10.0):
         """Waits for the end of the program and returns its exit status."""

@@ -16,8 +16,8 @@ class QtForm final : public Form {
  public:
   explicit QtForm(FormDescription description);
 
-  // Loads, shows and activates the form, which raises events as long as Qt handles any. The
-  // receiver may go before the form, but not before that end.
+  // Loads, shows and activates the form. It raises events only while Qt handles events, so their
+  // receiver may end before the form does.
   void show(FormEvents& events);
 
   QWidget& window() { return window_; }

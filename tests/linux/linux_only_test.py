@@ -48,6 +48,13 @@ class LinuxOnly(unittest.TestCase):
             user.press("ctrl+c")
             user.wait_until_copied("You Must Attach The Zendor!")
 
+    def test_a_result_that_is_selected_is_there_for_the_middle_mouse_button(self):
+        with Pod() as pod, User([WINDOW, pod.device]) as user:
+            user.press("Return")
+            user.wait_for_result()
+            user.click_at(user.result_place(), times=2)
+            user.wait_until(lambda: user.copied("primary") == "C-1234567", "The whole result")
+
     def test_takes_no_command_line(self):
         with User([WINDOW, "-platform", "nonsense"]) as user:  # the toolkit would obey this
             wait_for_description(user, NOTHING)

@@ -76,14 +76,15 @@ class Outcome(unittest.TestCase):
                     refusal = ("Unhandled Error", self.platform.write_refusal)
                     self.assert_outcome(user, [refusal] * refused + [end], ends=end == FAULTY)
 
-    def test_a_request_that_is_broken_off_frees_the_port(self):
-        with Pod("--no-pod") as pod:
+    def test_a_request_that_is_broken_off_ends_at_once_and_frees_the_port(self):
+        with Pod("--fault", "echo-only:192") as pod:  # four seconds, one for each attempt
             for _ in range(2):  # the port opens a second time
                 with self.platform.user(pod.device) as user:
                     user.start()
                     wait_until_held(pod.device)
                     user.break_off()
                     wait_until_held(pod.device, False)
+            self.assertLess(pod.requests_at_end().count(BUILD_CODE), 4)
 
 
 if __name__ == "__main__":

@@ -48,10 +48,11 @@ class Request(unittest.TestCase):
             self.assertEqual([len(colors) for colors in drawn], [2])  # a line on the background
 
     def test_a_tooltip_tells_the_device_behind_a_choice(self):
-        with Pod() as pod, self.user(pod.device) as user:
-            tip = self.platform.tooltip(pod.device)
-            user.point_at(user.place(OPTIONS[0]))
-            user.wait_until(lambda: user.has_tooltip(tip), f'The tooltip "{tip}"')
+        with tempfile.TemporaryDirectory() as folder, Pod(device=f"{folder}/<b>") as pod:
+            with self.user(pod.device) as user:
+                tip = self.platform.tooltip(pod.device)
+                user.point_at(user.place(OPTIONS[0]))
+                user.wait_until(lambda: user.has_tooltip(tip), f'The tooltip "{tip}"')
 
     def test_a_request_starts_with_the_first_port_and_gives_the_focus_back(self):
         with Pod("--fault", "echo-only:192:1") as pod, self.user(pod.device) as user:
@@ -64,9 +65,12 @@ class Request(unittest.TestCase):
             self.assertEqual(pod.requests_at_end(), [POLL, BUILD_CODE, BUILD_CODE, SERIAL])
 
     def test_keeps_the_result_while_another_window_has_the_keyboard(self):
-        with Pod() as pod, self.user(pod.device) as user:
+        with Pod(*SLOW) as pod, self.user(pod.device) as user:
             user.click(BUTTON)
+            user.wait_until_ready(False)
+            user.leave_and_come_back()
             result = user.wait_for_result()
+            user.wait_until_focused(BUTTON)
             user.leave_and_come_back()
             # The key comes after all that the window does when it has the keyboard again.
             user.press("Tab")
@@ -138,8 +142,10 @@ class Request(unittest.TestCase):
                     self.assertEqual(user.wait_for_result(), "C-5")
             self.assertTrue(user.is_selected(OPTIONS[1]))
             self.assertFalse(user.is_selected(OPTIONS[0]))
+            before = finished_picture(user.result_place(), "The result").rows
             user.press("ctrl+c")
             user.wait_until_copied("C-5")
+            self.assertEqual(finished_picture(user.result_place(), "The result").rows, before)
             self.assertEqual(pod.requests_at_end(), WHOLE_REQUEST * 3)
 
     def test_a_key_that_is_held_starts_one_request(self):
@@ -171,18 +177,23 @@ class Request(unittest.TestCase):
                         user.press(key)
                         user.wait_until_focused(OPTIONS[index])
                         user.wait_until_selected(OPTIONS[index])
+            with user.holding("Down"):  # the keyboard repeats the key
+                user.wait_until(lambda: user.focused() in OPTIONS[2:], "The third option or the last")
 
     def test_copies_the_result_with_the_mouse_and_leaves_the_focus_alone(self):
-        with Pod("--serial-number", "6") as pod, self.user(pod.device) as user:
+        with Pod() as pod, self.user(pod.device) as user:
             user.press("space", "Tab")
             user.wait_for_result()
             user.wait_until_ready()
+            user.drag_over_the_right_half(user.result_place())
+            user.press("ctrl+Insert")
+            user.wait_until(lambda: user.copied() in ("34567", "4567"), "The right half copied")
             user.click_at(user.result_place(), times=2)
             user.press("shift+Tab")  # taken after the clicks, and starts at the focus
             user.wait_until_focused(BUTTON)
             user.open_menu_of_result()
             user.press("c")  # the key of "Copy"
-            user.wait_until_copied("C-6")
+            user.wait_until_copied("C-1234567")
             user.wait_until_focused(BUTTON)
 
     def test_the_menu_of_the_result_opens_with_the_keyboard_and_copies_what_there_is(self):
