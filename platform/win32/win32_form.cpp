@@ -28,7 +28,8 @@ Win32Form::Win32Form(FormDescription description)
       window_(createFrame(description_, &windowProcedure)),
       controls_(createControls(window_, description_.controls)),
       resultBox_(std::ranges::find(controls_, ControlKind::ResultBox, &Win32Control::kind)->window),
-      focused_(std::ranges::min_element(controls_, {}, &Win32Control::tabIndex)->window) {
+      focus_(window_, std::ranges::min_element(controls_, {}, &Win32Control::tabIndex)->window,
+             resultBox_) {
   SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   layOut(centredOnScreen(window_, description_, scaleOf(window_, description_).dotsPerInch));
 }
@@ -60,34 +61,22 @@ void Win32Form::setMenuCaption(std::string_view menu, const std::string& caption
 void Win32Form::setCaption(const ControlId& control, const std::string& caption) {
   calls_.call([=, this, text = wideFromUtf8(caption)] {
     const HWND window = controlOf(control).window;
-    if (window == resultBox_) return setResult(window, text);
+    if (window == resultBox_) return showResult(text);
     SetWindowTextW(window, text.c_str());
   });
 }
 
-// While the control that had the focus is disabled, the frame has the focus, because without any
-// focus the Tab key would be dead. If the user moves the focus meanwhile, it stays there. A click
-// on the disabled control is dropped if it has not been raised yet.
+// A click on a disabled control is dropped if it has not been raised yet.
 void Win32Form::setEnabled(const ControlId& control, bool enabled) {
   calls_.call([=, this] {
-    const HWND window = controlOf(control).window;
-    const bool losesFocus = !enabled && GetFocus() == window;
-    EnableWindow(window, enabled);
+    focus_.setEnabled(controlOf(control).window, enabled);
     if (!enabled && clicked_ == &controlOf(control)) clicked_ = nullptr;
-    if (losesFocus) {
-      focused_ = window;
-      SetFocus(window_);
-    } else if (enabled && focused_ == window && GetFocus() == window_) {
-      SetFocus(window);
-    }
+    tellResult();
   });
 }
 
 void Win32Form::setFocus(const ControlId& control) {
-  calls_.call([=, this] {
-    focused_ = controlOf(control).window;
-    if (GetActiveWindow() == window_) SetFocus(focused_);
-  });
+  calls_.call([=, this] { focus_.move(controlOf(control).window); });
 }
 
 std::optional<int> Win32Form::selectedIndex(std::string_view array) {
@@ -127,20 +116,23 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_CONTEXTMENU:
       if (lParam != -1) break;  // without a place, a key asks for the window's only context menu
-      noteFocus();              // because the result box takes the focus for its menu
+      focus_.note();            // because the result box takes the focus for its menu
       return SendMessageW(resultBox_, message, reinterpret_cast<WPARAM>(resultBox_), lParam);
     case WM_CLOSE:
       if (events_ != nullptr) events_->Form_Unload();
       return 0;
     case WM_ACTIVATE:
-      if (LOWORD(wParam) == WA_INACTIVE) noteFocus();
+      if (LOWORD(wParam) == WA_INACTIVE) focus_.note();
       break;
     case WM_PARENTNOTIFY:  // the mouse is pressed on a control, which may take the focus for it
-      noteFocus();
+      focus_.note();
       break;
     case WM_SETFOCUS:
-      if (IsWindowEnabled(focused_)) SetFocus(focused_);
+      focus_.giveBack();
       return 0;
+    case WM_SIZE:  // a control could not get the focus while the window was minimised
+      if (wParam == SIZE_RESTORED) focus_.giveBack();
+      break;
     case DM_GETDEFID:
       return MAKELRESULT(IDOK, DC_HASDEFID);
     case WM_CTLCOLORSTATIC:
@@ -160,9 +152,18 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
   return DefWindowProcW(window_, message, wParam, lParam);
 }
 
-void Win32Form::noteFocus() {
-  const HWND focus = GetFocus();
-  if (focus != resultBox_ && IsChild(window_, focus)) focused_ = focus;
+void Win32Form::showResult(const std::wstring& text) {
+  setResult(resultBox_, text);
+  isResultTold_ = text.empty();
+  tellResult();
+}
+
+// A screen reader breaks off what it says when the focus moves. So it is told of the result once
+// the focus has gone back from the frame to a control.
+void Win32Form::tellResult() {
+  if (isResultTold_ || focus_.isWithFrame()) return;
+  announceResult(resultBox_);
+  isResultTold_ = true;
 }
 
 // Another program can send any number in the place of the window, and can press a button that is

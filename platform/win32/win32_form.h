@@ -11,6 +11,7 @@
 #include "platform/form.h"
 #include "platform/win32/win32_calls.h"
 #include "platform/win32/win32_controls.h"
+#include "platform/win32/win32_focus.h"
 #include "platform/win32/win32_handle.h"
 
 namespace zendor {
@@ -44,7 +45,8 @@ class Win32Form final : public Form {
   static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   void serve(MSG& message, HACCEL keys);
   LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
-  void noteFocus();
+  void showResult(const std::wstring& text);
+  void tellResult();
 
   void click(HWND window);
   [[noreturn]] void raiseClicks();
@@ -58,8 +60,9 @@ class Win32Form final : public Form {
   const std::vector<Win32Control> controls_;
   const HWND resultBox_;
   FormEvents* events_ = nullptr;  // none before run()
-  HWND focused_;                  // the control that has the focus whenever the window is active
-  UINT dotsPerInch_ = 0;          // the density that the controls are laid out for
+  FormFocus focus_;
+  bool isResultTold_ = true;  // to screen readers
+  UINT dotsPerInch_ = 0;      // the density that the controls are laid out for
   std::vector<FontHandle> fonts_;
 
   const Win32Control* clicked_ = nullptr;  // its click is still to be raised

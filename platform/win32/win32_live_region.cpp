@@ -26,15 +26,17 @@ void makeLiveRegion(HWND window) {
 
 // A screen reader speaks the name of a live region. Without a name of its own, an edit control has
 // that of the label before it.
-void announceInLiveRegion(HWND window, const std::wstring& text) {
+void nameLiveRegion(HWND window, const std::wstring& text) {
   const auto services = propertyServices();
+  if (!services) return;
   if (text.empty()) {
-    if (services) services->ClearHwndProps(window, kClient, CHILDID_SELF, &PROPID_ACC_NAME, 1);
-    return;
-  }
-  if (services) {
+    services->ClearHwndProps(window, kClient, CHILDID_SELF, &PROPID_ACC_NAME, 1);
+  } else {
     services->SetHwndPropStr(window, kClient, CHILDID_SELF, PROPID_ACC_NAME, text.c_str());
   }
+}
+
+void announceLiveRegion(HWND window) {
   NotifyWinEvent(EVENT_OBJECT_LIVEREGIONCHANGED, window, OBJID_CLIENT, CHILDID_SELF);
 }
 

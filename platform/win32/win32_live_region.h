@@ -11,8 +11,11 @@ namespace zendor {
 // is marked, and the texts can still be read.
 void makeLiveRegion(HWND window);
 
-// Tells screen readers the text that the live region shows from now on. An empty text is not
-// spoken.
-void announceInLiveRegion(HWND window, const std::wstring& text);
+// The text that the live region shows from now on. Screen readers can read it, and are not told
+// yet.
+void nameLiveRegion(HWND window, const std::wstring& text);
+
+// Has screen readers speak the text that the live region shows.
+void announceLiveRegion(HWND window);
 
 }  // namespace zendor

@@ -80,8 +80,10 @@ HWND createResultBox(HWND frame, const FormControl& description) {
 
 void setResult(HWND box, const std::wstring& text) {
   SetWindowTextW(box, text.c_str());
-  announceInLiveRegion(box, text);
+  nameLiveRegion(box, text);
 }
+
+void announceResult(HWND box) { announceLiveRegion(box); }
 
 HBRUSH colorResultBox(HDC context) {
   const COLORREF background = GetSysColor(COLOR_HIGHLIGHTTEXT);

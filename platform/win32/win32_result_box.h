@@ -16,8 +16,11 @@ namespace zendor {
 // that copies the same.
 HWND createResultBox(HWND frame, const FormControl& description);
 
-// Shows the text and tells it to screen readers, unless it is empty.
+// Shows the text, which screen readers can read from then on.
 void setResult(HWND box, const std::wstring& text);
+
+// Has screen readers speak the text.
+void announceResult(HWND box);
 
 // For the box's WM_CTLCOLORSTATIC, which comes to the frame: sets the colours of the text and
 // returns the brush of the background.

@@ -1,17 +1,18 @@
-// Prints the text of every live region that a program announces, as accessibility shows the text to
-// other programs, until somebody ends this listener. Its first line says that it listens. The text
-// is the value of the region. Its name cannot be heard under Wine, because Wine takes no name for a
-// window from a program.
+// Prints "focus" each time the keyboard focus moves to a control, and the text of every live region
+// that a program announces, as accessibility shows the text to other programs, until somebody ends
+// this listener. Its first line says that it listens. The text is the value of the region. Its name
+// cannot be heard under Wine, because Wine takes no name for a window from a program.
 #include <oleacc.h>
 #include <windows.h>
 
 #include <iostream>
+#include <string>
 
 #include "platform/win32/win32_text.h"
 
 namespace {
 
-void CALLBACK speak(HWINEVENTHOOK, DWORD, HWND window, LONG object, LONG child, DWORD, DWORD) {
+std::string textOf(HWND window, LONG object, LONG child) {
   IAccessible* region = nullptr;
   VARIANT self{};
   BSTR text = nullptr;
@@ -19,16 +20,26 @@ void CALLBACK speak(HWINEVENTHOOK, DWORD, HWND window, LONG object, LONG child, 
     region->get_accValue(self, &text);
     region->Release();
   }
-  std::cout << (text != nullptr ? zendor::utf8FromWide(text) : "no text") << std::endl;
+  const std::string result = text != nullptr ? zendor::utf8FromWide(text) : "no text";
   SysFreeString(text);
+  return result;
+}
+
+void CALLBACK speak(HWINEVENTHOOK, DWORD event, HWND window, LONG object, LONG child, DWORD,
+                    DWORD) {
+  if (event == EVENT_OBJECT_LIVEREGIONCHANGED) {
+    std::cout << textOf(window, object, child) << std::endl;
+  } else if (event == EVENT_OBJECT_FOCUS && GetParent(window) != nullptr) {
+    std::cout << "focus" << std::endl;
+  }
 }
 
 }  // namespace
 
 int main() {
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-  SetWinEventHook(EVENT_OBJECT_LIVEREGIONCHANGED, EVENT_OBJECT_LIVEREGIONCHANGED, nullptr, &speak,
-                  0, 0, WINEVENT_OUTOFCONTEXT);
+  SetWinEventHook(EVENT_OBJECT_FOCUS, EVENT_OBJECT_LIVEREGIONCHANGED, nullptr, &speak, 0, 0,
+                  WINEVENT_OUTOFCONTEXT);
   std::cout << "listening" << std::endl;
   for (MSG message{}; GetMessageW(&message, nullptr, 0, 0) > 0;) DispatchMessageW(&message);
 }

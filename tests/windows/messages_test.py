@@ -22,7 +22,7 @@ class Messages(unittest.TestCase):
         cls.addClassCleanup(cls.platform.close)
         cls.platform.set_up()
 
-    def test_every_result_is_announced_to_a_screen_reader(self):
+    def test_a_screen_reader_is_told_of_every_result_when_the_focus_has_come_to_rest(self):
         with Pod() as pod, self.platform.user(pod.device) as user:
             listener = self.platform.launch("tests/windows/live_region_listener.exe",
                                             stdout=subprocess.PIPE, text=True)
@@ -30,6 +30,7 @@ class Messages(unittest.TestCase):
                 self.assertEqual(heard.readline(), "listening\n")
                 for _ in range(2):  # the same number; the emptied box tells nothing
                     user.press("Return")
+                    self.assertEqual(heard.readline(), "focus\n")
                     self.assertEqual(heard.readline(), "C-1234567\n")
                     user.wait_until_ready()
             listener.kill()
