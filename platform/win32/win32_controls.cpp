@@ -82,12 +82,12 @@ std::vector<Win32Control> createControls(HWND frame, const std::vector<FormContr
 }
 
 std::vector<FontHandle> layOutControls(const std::vector<Win32Control>& controls,
-                                       const FormScale& scale) {
+                                       const FormScale& scale, UINT dotsPerInch) {
   std::vector<FontHandle> fonts;
   for (const Win32Control& control : controls) {
     const PixelRect place = pixelsFromTwips(control.rect, scale.dotsPerInch);
     fonts.push_back(control.font ? describedFont(*control.font, scale.dotsPerInch)
-                                 : messageFont(scale.messageFont, GetDpiForWindow(control.window)));
+                                 : messageFont(scale.messageFont, dotsPerInch));
     SendMessageW(control.window, WM_SETFONT, reinterpret_cast<WPARAM>(fonts.back().get()), FALSE);
     SetWindowPos(control.window, nullptr, place.left, place.top, place.width, place.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);

@@ -23,9 +23,10 @@ struct Win32Control : FormControl {
 // has the number IDOK.
 std::vector<Win32Control> createControls(HWND frame, const std::vector<FormControl>& controls);
 
-// Puts the controls where they belong. Returns the fonts that they use from then on.
+// Puts the controls where they belong on a screen of the given density. Returns the fonts that they
+// use from then on.
 std::vector<FontHandle> layOutControls(const std::vector<Win32Control>& controls,
-                                       const FormScale& scale);
+                                       const FormScale& scale, UINT dotsPerInch);
 
 // The window that takes the bar owns it. The menus stand in it as described.
 HMENU createMenuBar(const std::vector<FormMenu>& menus);

@@ -7,6 +7,7 @@
 #include "platform/win32/win32_frame.h"
 #include "platform/win32/win32_keys.h"
 #include "platform/win32/win32_result_box.h"
+#include "platform/win32/win32_scale.h"
 #include "platform/win32/win32_text.h"
 
 namespace zendor {
@@ -19,7 +20,17 @@ Pointer pointerIn(Parameter parameter) {
   return reinterpret_cast<Pointer>(parameter);  // NOLINT(performance-no-int-to-ptr)
 }
 
-POINT topLeftOf(const RECT& rect) { return {rect.left, rect.top}; }
+// What a message points to. None when there is nothing: Windows carries what a message of another
+// program points to into this one, but Wine carries any number.
+template <typename Value>
+std::optional<Value> valueAt(LPARAM address) {
+  Value value{};
+  const bool isThere = ReadProcessMemory(GetCurrentProcess(), pointerIn<const void*>(address),
+                                         &value, sizeof value, nullptr) != FALSE;
+  return isThere ? std::optional(value) : std::nullopt;
+}
+
+SIZE sizeOf(const RECT& rect) { return {rect.right - rect.left, rect.bottom - rect.top}; }
 
 }  // namespace
 
@@ -31,7 +42,7 @@ Win32Form::Win32Form(FormDescription description)
       focus_(window_, std::ranges::min_element(controls_, {}, &Win32Control::tabIndex)->window,
              resultBox_) {
   SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-  layOut(centredOnScreen(window_, description_, scaleOf(window_, description_).dotsPerInch));
+  layOut(centredOnScreen(window_, frameSizeFor(window_, description_, GetDpiForWindow(window_))));
 }
 
 void Win32Form::run(FormEvents& events) {
@@ -138,13 +149,15 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CTLCOLORSTATIC:
       if (pointerIn<HWND>(lParam) != resultBox_) break;
       return reinterpret_cast<LRESULT>(colorResultBox(pointerIn<HDC>(wParam)));
+    case WM_GETDPISCALEDSIZE:
+      return answerSize(LOWORD(wParam), lParam);
     case WM_DPICHANGED:
-      // Another program may send this message without a rectangle, but the density stays as it was.
-      if (GetDpiForWindow(window_) == dotsPerInch_) return 0;
-      layOut(topLeftOf(*pointerIn<const RECT*>(lParam)));
+      if (GetDpiForWindow(window_) == dotsPerInch_) return 0;  // another program sends this
+      if (const auto suggested = valueAt<RECT>(lParam)) layOut(*suggested);
       return 0;
     case WM_SETTINGCHANGE:
-      if (wParam == SPI_SETNONCLIENTMETRICS) layOut(topLeftOfFrame(window_));
+      if (wParam != SPI_SETNONCLIENTMETRICS) break;
+      layOut(atCornerOf(window_, frameSizeFor(window_, description_, dotsPerInch_)));
       break;
     default:
       break;
@@ -187,11 +200,26 @@ void Win32Form::raiseClicks() {
   }
 }
 
-void Win32Form::layOut(POINT topLeft) {
+// Windows is about to suggest a place on a screen of the given density. It tells the size that the
+// window has, and would multiply it, but a form does not grow by the density alone. An address
+// where another size stands may come from another program, so nothing is written there.
+bool Win32Form::answerSize(UINT dotsPerInch, LPARAM address) const {
+  const auto told = valueAt<SIZE>(address);
+  if (!told || told->cx != size_.cx || told->cy != size_.cy) return false;
+  *pointerIn<SIZE*>(address) = frameSizeFor(window_, description_, dotsPerInch);
+  return true;
+}
+
+// SetWindowPos may bring the window to a screen of another density. Windows then tells the change
+// from within that call, and this function is called again. So the controls are laid out by the
+// density and the room that there are after the call.
+void Win32Form::layOut(const RECT& place) {
+  size_ = sizeOf(place);
   dotsPerInch_ = GetDpiForWindow(window_);
-  const FormScale scale = scaleOf(window_, description_);
-  placeFrame(window_, description_, scale.dotsPerInch, topLeft);
-  fonts_ = layOutControls(controls_, scale);
+  SetWindowPos(window_, nullptr, place.left, place.top, size_.cx, size_.cy,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+  const FormScale scale = scaleFor(description_, dotsPerInch_, clientSizeOf(window_));
+  fonts_ = layOutControls(controls_, scale, dotsPerInch_);
   InvalidateRect(window_, nullptr, TRUE);
 }
 

@@ -50,7 +50,8 @@ class Win32Form final : public Form {
 
   void click(HWND window);
   [[noreturn]] void raiseClicks();
-  void layOut(POINT topLeft);
+  bool answerSize(UINT dotsPerInch, LPARAM address) const;
+  void layOut(const RECT& place);
 
   const Win32Control& controlOf(const ControlId& id) const;
 
@@ -62,6 +63,7 @@ class Win32Form final : public Form {
   FormEvents* events_ = nullptr;  // none before run()
   FormFocus focus_;
   bool isResultTold_ = true;  // to screen readers
+  SIZE size_{};               // of the window
   UINT dotsPerInch_ = 0;      // the density that the controls are laid out for
   std::vector<FontHandle> fonts_;
 

@@ -1,6 +1,5 @@
 #include "platform/win32/win32_frame.h"
 
-#include "platform/shared/twips.h"
 #include "platform/win32/resources.h"
 #include "platform/win32/win32_controls.h"
 #include "platform/win32/win32_text.h"
@@ -45,33 +44,36 @@ HWND createFrame(const FormDescription& description, WNDPROC procedure) {
   return frame;
 }
 
-SIZE frameSize(HWND frame, const FormDescription& description, double dotsPerInch) {
-  RECT rect{0, 0, pixelsFromTwips(description.width, dotsPerInch),
-            pixelsFromTwips(description.height, dotsPerInch)};
-  AdjustWindowRectExForDpi(&rect, kStyle, !description.menus.empty(), kExtendedStyle,
-                           GetDpiForWindow(frame));
+SIZE frameAround(SIZE client, const FormDescription& description, UINT dotsPerInch) {
+  RECT rect{0, 0, client.cx, client.cy};
+  AdjustWindowRectExForDpi(&rect, kStyle, !description.menus.empty(), kExtendedStyle, dotsPerInch);
   return {rect.right - rect.left, rect.bottom - rect.top};
 }
 
-void placeFrame(HWND frame, const FormDescription& description, double dotsPerInch, POINT topLeft) {
-  const SIZE size = frameSize(frame, description, dotsPerInch);
-  SetWindowPos(frame, nullptr, topLeft.x, topLeft.y, size.cx, size.cy,
-               SWP_NOZORDER | SWP_NOACTIVATE);
+SIZE clientSizeOf(HWND frame) {
+  RECT rect{};
+  GetClientRect(frame, &rect);
+  return {rect.right, rect.bottom};
 }
 
-POINT topLeftOfFrame(HWND frame) {
+MONITORINFO screenOf(HWND frame) {
+  MONITORINFO screen{};
+  screen.cbSize = sizeof screen;
+  GetMonitorInfoW(MonitorFromWindow(frame, MONITOR_DEFAULTTOPRIMARY), &screen);
+  return screen;
+}
+
+RECT atCornerOf(HWND frame, SIZE size) {
   RECT rect{};
   GetWindowRect(frame, &rect);
-  return {rect.left, rect.top};
+  return {rect.left, rect.top, rect.left + size.cx, rect.top + size.cy};
 }
 
-POINT centredOnScreen(HWND frame, const FormDescription& description, double dotsPerInch) {
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof monitor;
-  GetMonitorInfoW(MonitorFromWindow(frame, MONITOR_DEFAULTTOPRIMARY), &monitor);
-  const RECT& screen = monitor.rcMonitor;
-  const SIZE size = frameSize(frame, description, dotsPerInch);
-  return {(screen.left + screen.right - size.cx) / 2, (screen.top + screen.bottom - size.cy) / 2};
+RECT centredOnScreen(HWND frame, SIZE size) {
+  const RECT screen = screenOf(frame).rcMonitor;
+  const LONG left = (screen.left + screen.right - size.cx) / 2;
+  const LONG top = (screen.top + screen.bottom - size.cy) / 2;
+  return {left, top, left + size.cx, top + size.cy};
 }
 
 }  // namespace zendor

@@ -10,16 +10,18 @@ namespace zendor {
 // Makes the frame with its menu bar, not yet shown. Its messages go to the procedure.
 HWND createFrame(const FormDescription& description, WNDPROC procedure);
 
-// The size of the frame around the described client area at the given density.
-SIZE frameSize(HWND frame, const FormDescription& description, double dotsPerInch);
+// The size of the frame around a client area, on a screen of the given density.
+SIZE frameAround(SIZE client, const FormDescription& description, UINT dotsPerInch);
 
-// Gives the frame the size that frameSize tells, and its place.
-void placeFrame(HWND frame, const FormDescription& description, double dotsPerInch, POINT topLeft);
+SIZE clientSizeOf(HWND frame);
 
-// Where the frame stands.
-POINT topLeftOfFrame(HWND frame);
+// The screen that the frame is on.
+MONITORINFO screenOf(HWND frame);
 
-// Where the frame would stand in the middle of its screen.
-POINT centredOnScreen(HWND frame, const FormDescription& description, double dotsPerInch);
+// A place of the given size whose top-left corner is that of the frame.
+RECT atCornerOf(HWND frame, SIZE size);
+
+// A place of the given size in the middle of the frame's screen.
+RECT centredOnScreen(HWND frame, SIZE size);
 
 }  // namespace zendor

@@ -41,28 +41,32 @@ double growthForMessageFont(const FormDescription& description, UINT dotsPerInch
   return growth;
 }
 
-// At most 1: the share of the form that fits into the part of the screen that programs may use.
-double shareOnScreen(HWND frame, const FormDescription& description, double dotsPerInch) {
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof monitor;
-  GetMonitorInfoW(MonitorFromWindow(frame, MONITOR_DEFAULTTOPRIMARY), &monitor);
-  const RECT& screen = monitor.rcWork;
-  const SIZE whole = frameSize(frame, description, dotsPerInch);
-  const int width = pixelsFromTwips(description.width, dotsPerInch);
-  const int height = pixelsFromTwips(description.height, dotsPerInch);
-  const long widthLeft = screen.right - screen.left - (whole.cx - width);
-  const long heightLeft = screen.bottom - screen.top - (whole.cy - height);
-  return std::min(
-      {1.0, static_cast<double>(widthLeft) / width, static_cast<double>(heightLeft) / height});
+SIZE clientSize(const FormDescription& description, double dotsPerInch) {
+  return {pixelsFromTwips(description.width, dotsPerInch),
+          pixelsFromTwips(description.height, dotsPerInch)};
+}
+
+// The part of the screen that programs may use, less the frame around a client area.
+SIZE roomOnScreen(HWND frame, const FormDescription& description, UINT dotsPerInch) {
+  const RECT screen = screenOf(frame).rcWork;
+  const SIZE edges = frameAround({}, description, dotsPerInch);
+  return {screen.right - screen.left - edges.cx, screen.bottom - screen.top - edges.cy};
 }
 
 }  // namespace
 
-FormScale scaleOf(HWND frame, const FormDescription& description) {
-  const UINT dotsPerInch = GetDpiForWindow(frame);
+FormScale scaleFor(const FormDescription& description, UINT dotsPerInch, SIZE room) {
   const double wanted = dotsPerInch * growthForMessageFont(description, dotsPerInch);
-  const double share = shareOnScreen(frame, description, wanted);
+  const SIZE whole = clientSize(description, wanted);
+  const double share = std::min(
+      {1.0, static_cast<double>(room.cx) / whole.cx, static_cast<double>(room.cy) / whole.cy});
   return {wanted * share, share};
+}
+
+SIZE frameSizeFor(HWND frame, const FormDescription& description, UINT dotsPerInch) {
+  const SIZE room = roomOnScreen(frame, description, dotsPerInch);
+  const FormScale scale = scaleFor(description, dotsPerInch, room);
+  return frameAround(clientSize(description, scale.dotsPerInch), description, dotsPerInch);
 }
 
 }  // namespace zendor

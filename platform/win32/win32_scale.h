@@ -12,9 +12,12 @@ struct FormScale {
   double messageFont = 0;  // what the size of the user's message font is multiplied by
 };
 
-// The density of the frame's screen, times what the captions in the message font need: one factor
-// for the whole form, so that a large font makes the form grow. A form that would not fit on the
-// screen is shrunk as a whole, the message font too.
-FormScale scaleOf(HWND frame, const FormDescription& description);
+// The density of a screen, times what the captions in the message font need: one factor for the
+// whole form, so that a large font makes the form grow. A form that would not fit into the room for
+// its client area is shrunk as a whole, the message font too.
+FormScale scaleFor(const FormDescription& description, UINT dotsPerInch, SIZE room);
+
+// The size that the frame needs on a screen of the given density, if it fits on its present screen.
+SIZE frameSizeFor(HWND frame, const FormDescription& description, UINT dotsPerInch);
 
 }  // namespace zendor

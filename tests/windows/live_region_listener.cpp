@@ -1,7 +1,8 @@
-// Prints "focus" each time the keyboard focus moves to a control, and the text of every live region
-// that a program announces, as accessibility shows the text to other programs, until somebody ends
-// this listener. Its first line says that it listens. The text is the value of the region. Its name
-// cannot be heard under Wine, because Wine takes no name for a window from a program.
+// Prints "focus" each time the keyboard focus moves to a control, and "told" with the text of every
+// live region that a program announces, as accessibility shows the text to other programs, until
+// somebody ends this listener. Its first line says that it listens. The text is the value of the
+// region. Its name cannot be heard under Wine, because Wine takes no name for a window from a
+// program.
 #include <oleacc.h>
 #include <windows.h>
 
@@ -28,6 +29,7 @@ std::string textOf(HWND window, LONG object, LONG child) {
 void CALLBACK speak(HWINEVENTHOOK, DWORD event, HWND window, LONG object, LONG child, DWORD,
                     DWORD) {
   if (event == EVENT_OBJECT_LIVEREGIONCHANGED) {
+    std::cout << "told ";  // at once, because other events come in while the text is asked for
     std::cout << textOf(window, object, child) << std::endl;
   } else if (event == EVENT_OBJECT_FOCUS && GetParent(window) != nullptr) {
     std::cout << "focus" << std::endl;

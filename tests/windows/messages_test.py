@@ -31,7 +31,7 @@ class Messages(unittest.TestCase):
                 for _ in range(2):  # the same number; the emptied box tells nothing
                     user.press("Return")
                     self.assertEqual(heard.readline(), "focus\n")
-                    self.assertEqual(heard.readline(), "C-1234567\n")
+                    self.assertEqual(heard.readline(), "told C-1234567\n")
                     user.wait_until_ready()
             listener.kill()
             listener.wait()
