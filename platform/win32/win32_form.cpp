@@ -6,33 +6,11 @@
 
 #include "platform/win32/win32_frame.h"
 #include "platform/win32/win32_keys.h"
+#include "platform/win32/win32_pointer.h"
 #include "platform/win32/win32_result_box.h"
-#include "platform/win32/win32_scale.h"
 #include "platform/win32/win32_text.h"
 
 namespace zendor {
-
-namespace {
-
-// Messages carry handles and pointers as numbers.
-template <typename Pointer, typename Parameter>
-Pointer pointerIn(Parameter parameter) {
-  return reinterpret_cast<Pointer>(parameter);  // NOLINT(performance-no-int-to-ptr)
-}
-
-// What a message points to. None when there is nothing: Windows carries what a message of another
-// program points to into this one, but Wine carries any number.
-template <typename Value>
-std::optional<Value> valueAt(LPARAM address) {
-  Value value{};
-  const bool isThere = ReadProcessMemory(GetCurrentProcess(), pointerIn<const void*>(address),
-                                         &value, sizeof value, nullptr) != FALSE;
-  return isThere ? std::optional(value) : std::nullopt;
-}
-
-SIZE sizeOf(const RECT& rect) { return {rect.right - rect.left, rect.bottom - rect.top}; }
-
-}  // namespace
 
 Win32Form::Win32Form(FormDescription description)
     : description_(std::move(description)),
@@ -42,7 +20,7 @@ Win32Form::Win32Form(FormDescription description)
       focus_(window_, std::ranges::min_element(controls_, {}, &Win32Control::tabIndex)->window,
              resultBox_) {
   SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-  layOut(centredOnScreen(window_, frameSizeFor(window_, description_, GetDpiForWindow(window_))));
+  layout_.centre();
 }
 
 void Win32Form::run(FormEvents& events) {
@@ -150,14 +128,12 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       if (pointerIn<HWND>(lParam) != resultBox_) break;
       return reinterpret_cast<LRESULT>(colorResultBox(pointerIn<HDC>(wParam)));
     case WM_GETDPISCALEDSIZE:
-      return answerSize(LOWORD(wParam), lParam);
+      return layout_.answerSize(LOWORD(wParam), lParam);
     case WM_DPICHANGED:
-      if (GetDpiForWindow(window_) == dotsPerInch_) return 0;  // another program sends this
-      if (const auto suggested = valueAt<RECT>(lParam)) layOut(*suggested);
+      layout_.changeDensity(lParam);
       return 0;
     case WM_SETTINGCHANGE:
-      if (wParam != SPI_SETNONCLIENTMETRICS) break;
-      layOut(atCornerOf(window_, frameSizeFor(window_, description_, dotsPerInch_)));
+      if (wParam == SPI_SETNONCLIENTMETRICS) layout_.changeFonts();
       break;
     default:
       break;
@@ -198,29 +174,6 @@ void Win32Form::raiseClicks() {
     calls_.callAndWait([&] { clicked = std::exchange(clicked_, nullptr); });
     if (clicked != nullptr) events_->Control_Click(clicked->id);
   }
-}
-
-// Windows is about to suggest a place on a screen of the given density. It tells the size that the
-// window has, and would multiply it, but a form does not grow by the density alone. An address
-// where another size stands may come from another program, so nothing is written there.
-bool Win32Form::answerSize(UINT dotsPerInch, LPARAM address) const {
-  const auto told = valueAt<SIZE>(address);
-  if (!told || told->cx != size_.cx || told->cy != size_.cy) return false;
-  *pointerIn<SIZE*>(address) = frameSizeFor(window_, description_, dotsPerInch);
-  return true;
-}
-
-// SetWindowPos may bring the window to a screen of another density. Windows then tells the change
-// from within that call, and this function is called again. So the controls are laid out by the
-// density and the room that there are after the call.
-void Win32Form::layOut(const RECT& place) {
-  size_ = sizeOf(place);
-  dotsPerInch_ = GetDpiForWindow(window_);
-  SetWindowPos(window_, nullptr, place.left, place.top, size_.cx, size_.cy,
-               SWP_NOZORDER | SWP_NOACTIVATE);
-  const FormScale scale = scaleFor(description_, dotsPerInch_, clientSizeOf(window_));
-  fonts_ = layOutControls(controls_, scale, dotsPerInch_);
-  InvalidateRect(window_, nullptr, TRUE);
 }
 
 const Win32Control& Win32Form::controlOf(const ControlId& id) const {

@@ -13,6 +13,7 @@
 #include "platform/win32/win32_controls.h"
 #include "platform/win32/win32_focus.h"
 #include "platform/win32/win32_handle.h"
+#include "platform/win32/win32_layout.h"
 
 namespace zendor {
 
@@ -50,8 +51,6 @@ class Win32Form final : public Form {
 
   void click(HWND window);
   [[noreturn]] void raiseClicks();
-  bool answerSize(UINT dotsPerInch, LPARAM address) const;
-  void layOut(const RECT& place);
 
   const Win32Control& controlOf(const ControlId& id) const;
 
@@ -62,10 +61,8 @@ class Win32Form final : public Form {
   const HWND resultBox_;
   FormEvents* events_ = nullptr;  // none before run()
   FormFocus focus_;
+  FormLayout layout_{window_, description_, controls_};
   bool isResultTold_ = true;  // to screen readers
-  SIZE size_{};               // of the window
-  UINT dotsPerInch_ = 0;      // the density that the controls are laid out for
-  std::vector<FontHandle> fonts_;
 
   const Win32Control* clicked_ = nullptr;  // its click is still to be raised
   const Handle click_{CreateEventW(nullptr, FALSE, FALSE, nullptr)};  // wakes who raises it
