@@ -1,18 +1,19 @@
 #!/usr/bin/python3
-"""Measures the program and prints a table of its figures and their targets.
+"""Measures the program and prints a table of its figures beside those of a peer.
 
 Usage: measure.py BUILD_FOLDER
 """
 
 import contextlib
-import json
 import os
 import statistics
 import subprocess
 import sys
 import time
 
-from measuring import LINE_MS, idle_ms, peak_memory, print_table, start_ratios
+from measuring import (
+    Requests, idle_ms, in_turn, milliseconds_of, peak_memory, print_table, start_pairs
+)
 from screen import output_of
 from simulated_pod import SimulatedPod
 
@@ -20,21 +21,27 @@ BUILD = sys.argv[1]
 PROGRAM = f"{BUILD}/program/linux/zendor-serial-extractor"
 BARE = f"{BUILD}/bench/bare_window"
 REQUEST = f"{BUILD}/bench/request_bench"
+LEAST = f"{BUILD}/bench/least_request"
+SEARCH = f"{BUILD}/bench/holder_search"
 RECEIVE = f"{BUILD}/bench/receive_bench"
 SIMULATOR = f"{BUILD}/simulator/zendor-pod-simulator"
 COMMAND = f"{BUILD}/program/console/zendor-serial-number"
 
-# Before a command, this makes it see no process but its own, however many the computer has.
-SOLITARY = ["unshare", "--pid", "--fork", "--mount-proc"]
-if os.geteuid() != 0:
-    SOLITARY.append("--map-root-user")
+
+def request_pairs():
+    """The requests of the window, and those of the command from its start to its end."""
+    with SimulatedPod(SIMULATOR) as pod:
+        with Requests([REQUEST, pod.device]) as window, Requests([LEAST, pod.device]) as least:
+            clicks = in_turn(40, lambda: window.make()[0], lambda: least.make()[0])
+        commands = in_turn(40, *(lambda program=program: milliseconds_of(program, pod.device)
+                                 for program in (COMMAND, LEAST)))
+    return clicks, commands
 
 
-def requests(count, *pod_options, prefix=()):
-    """The time of each request and the longest pass of its wait loops, in ms."""
-    with SimulatedPod(SIMULATOR, *pod_options) as pod:
-        output = output_of(*prefix, REQUEST, pod.device, str(count))
-    return [tuple(map(float, line.split())) for line in output.splitlines()]
+def longest_pass():
+    """Of the wait loops of two requests without a pod, in ms."""
+    with SimulatedPod(SIMULATOR, "--no-pod") as pod, Requests([REQUEST, pod.device]) as window:
+        return max(window.make()[1] for _ in range(2))
 
 
 @contextlib.contextmanager
@@ -54,28 +61,11 @@ def crowd(count):
             os.close(file)
 
 
-def cost_of_crowd(count):
-    """What so many processes add to the first click of a program, in ms."""
-    ((alone, _),) = requests(1, "--unpaced")
-    with crowd(count):
-        ((crowded, _),) = requests(1, "--unpaced")
-    return crowded - alone
-
-
-def milliseconds_of(*command):
-    """The time from the start of a program to its end."""
-    begin = time.perf_counter()
-    subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
-    return (time.perf_counter() - begin) * 1000
-
-
-def command_times(count):
-    """Medians in ms of the command for scripts: its start, and a request without the start."""
-    with SimulatedPod(SIMULATOR) as pod:
-        starts = [milliseconds_of(*SOLITARY, COMMAND, "--version") for _ in range(count)]
-        runs = [milliseconds_of(*SOLITARY, COMMAND, pod.device) for _ in range(count)]
-    request = statistics.median(runs) - statistics.median(starts)
-    return statistics.median(milliseconds_of(COMMAND, "--version") for _ in range(count)), request
+def search_pairs():
+    """Searches for a holder that is not there, so that both programs look at every process."""
+    with SimulatedPod(SIMULATOR) as pod, crowd(300):
+        return in_turn(20, lambda: milliseconds_of(SEARCH, pod.device, status=1),
+                       lambda: milliseconds_of("fuser", pod.device, status=1))
 
 
 def command_memory():
@@ -83,37 +73,28 @@ def command_memory():
     with SimulatedPod(SIMULATOR, "--no-pod") as pod:
         with subprocess.Popen([COMMAND, pod.device], stderr=subprocess.DEVNULL) as process:
             time.sleep(1.5)
-            peak = peak_memory(process)
-    return peak / 1024
+            return peak_memory(process)
 
 
-def receive_ratio():
-    output = output_of(RECEIVE, "--benchmark_format=json")
-    short, long = (row["per_byte"] for row in json.loads(output)["benchmarks"])
-    return long / short
+def receive_pairs():
+    return [list(map(float, line.split())) for line in output_of(RECEIVE).splitlines()]
 
 
 def main():
-    paced = [ms / LINE_MS for ms, _ in requests(20, prefix=SOLITARY)]
-    command_start, command_request = command_times(20)
-    time_ratios, memory_ratios = start_ratios(PROGRAM, BARE, 20)
-    crowded = [cost_of_crowd(300) for _ in range(9)]
-    longest = max(longest for _, longest in requests(2, "--no-pod"))
+    clicks, commands = request_pairs()
+    starts, memory = start_pairs(40, PROGRAM, BARE)
+    command_starts = [ms for ms, in in_turn(20, lambda: milliseconds_of(COMMAND, "--version"))]
     print_table([
-        (f"request on the paced line / its {LINE_MS:.1f} ms on the line, median of 20",
-         statistics.median(paced), 1.05),
-        ("start to the first shown window / bare window, median of 20 pairs",
-         statistics.median(time_ratios), 1.15),
-        ("peak memory / bare window, median of 20 pairs", statistics.median(memory_ratios), 1.10),
-        ("receive path per byte, 255-byte reply / 5-byte reply", receive_ratio(), 1.00),
-        ("what 300 more processes add to a click, in ms, median of 9 pairs",
-         statistics.median(crowded), 10),
-        ("processor time of an idle second, in ms", idle_ms(PROGRAM), 20),
-        ("the command: request / its line time, without its start, median of 20",
-         command_request / LINE_MS, 1.05),
-        ("the command: its start, in ms, median of 20", command_start, 10),
-        ("the command: peak memory, in MiB", command_memory(), 8),
-        ("longest pass of the wait loop without a pod, in ms, of 2 requests", longest, 20),
+        ("request of the window, ms / the least request", clicks, 1.05),
+        ("the command from start to end, ms / the least program", commands, 1.10),
+        ("search of 300 processes for a holder, ms / fuser", search_pairs(), 0.50),
+        ("start to the first shown window, ms / bare window", starts, 1.05),
+        ("peak memory, MiB / bare window", memory, 1.03),
+        ("receive path, ns a byte: 255-byte reply / 5-byte reply", receive_pairs(), 1.00),
+        ("longest pass of the wait loop without a pod, ms", longest_pass(), 20),
+        ("processor time of an idle second, ms", idle_ms(PROGRAM), 20),
+        ("start of the command, ms", statistics.median(command_starts), 10),
+        ("peak memory of the command, MiB", command_memory(), 8),
     ])
 
 

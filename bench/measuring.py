@@ -1,24 +1,59 @@
-"""What the measures of both platforms share: the pace of the line, start-up as the screen sees it,
-and the table of what was measured."""
+"""What the measures of both platforms share: figures beside those of a peer, requests, start-up as
+the screen sees it, and the table of what was measured."""
 
 import os
 import select
+import statistics
 import subprocess
 import sys
 import time
 
 from Xlib import X, display
 
-# Three requests of 5 bytes, and replies of 5, 13 and 8. The echoes pass together with the requests,
-# so they add nothing.
-LINE_BYTES = 3 * 5 + 5 + 13 + 8
-LINE_MS = LINE_BYTES * 10 / 9600 * 1000
+
+def in_turn(rounds, *measures):
+    """A list of the figures of all measures for each round. What else the computer does strikes all
+    of them alike. The first round does not count, because it fills the caches."""
+    return [[measure() for measure in measures] for _ in range(rounds + 1)][1:]
+
+
+def milliseconds_of(*command, status=0):
+    """The time from the start of a program to its end, with a line on its standard input."""
+    begin = time.perf_counter()
+    ended = subprocess.run(command, check=False, input=b"\n", stdout=subprocess.DEVNULL)
+    seconds = time.perf_counter() - begin
+    if ended.returncode != status:
+        raise RuntimeError(f"{command} has ended with {ended.returncode}")
+    return seconds * 1000
+
+
+class Requests:
+    """A program that makes a request for each line that it gets, and prints the figures of it."""
+
+    def __init__(self, command):
+        pipes = {"stdin": subprocess.PIPE, "stdout": subprocess.PIPE, "text": True}
+        self.process = subprocess.Popen(command, **pipes)
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.process.communicate()
+
+    def make(self):
+        """The figures of one request. The first one is the milliseconds that it took."""
+        self.process.stdin.write("\n")
+        self.process.stdin.flush()
+        figures = self.process.stdout.readline()
+        if not figures:
+            raise RuntimeError(f"{self.process.args} has made no request")
+        return list(map(float, figures.split()))
 
 
 def peak_memory(process):
-    """The peak memory of the process so far, in KiB."""
+    """The peak memory of the process so far, in MiB."""
     with open(f"/proc/{process.pid}/status") as status:
-        return next(int(line.split()[1]) for line in status if line.startswith("VmHWM"))
+        return next(int(line.split()[1]) for line in status if line.startswith("VmHWM")) / 1024
 
 
 class Screen:
@@ -30,7 +65,7 @@ class Screen:
         self.display.sync()
 
     def start(self, command):
-        """Seconds from exec to the first window, and the peak memory in KiB once it is drawn."""
+        """Milliseconds from exec to the first window, and the peak memory in MiB once it is drawn."""
         while self.display.pending_events():
             self.display.next_event()
         begin = time.perf_counter()
@@ -43,7 +78,7 @@ class Screen:
         peak = peak_memory(process)
         process.kill()
         process.wait()
-        return seconds, peak
+        return seconds * 1000, peak
 
     def _shows_a_window(self):
         """True as soon as a window appears, False when nothing happens for a second."""
@@ -53,12 +88,12 @@ class Screen:
         return False
 
 
-def start_ratios(program, bare, pairs):
-    """Two lists of ratios of the program to the bare window, pair by pair: one of their times and
-    one of their memory. The first pair does not count, because it fills the caches."""
+def start_pairs(rounds, program, bare):
+    """The pairs of the program and the bare window: those of their times, and those of their
+    memory."""
     screen = Screen()
-    starts = [[screen.start(c) for c in (program, bare)] for _ in range(pairs + 1)][1:]
-    return [[a[figure] / b[figure] for a, b in starts] for figure in (0, 1)]
+    starts = in_turn(rounds, lambda: screen.start(program), lambda: screen.start(bare))
+    return [[[start[figure] for start in pair] for pair in starts] for figure in (0, 1)]
 
 
 def idle_ms(command):
@@ -81,10 +116,19 @@ def idle_ms(command):
 
 
 def print_table(rows):
-    """Prints rows of what was measured, its figure and its target. Ends the program, with failure
+    """Prints what was measured, beside its peer where it has one, and what is allowed: the ratio to
+    the peer, or the figure itself. A row holds the words, a figure or the list of pairs with those of
+    the peer, and the most. All that is printed of pairs is medians. Ends the program, with failure
     where a target is missed."""
-    print(f"{'what':<66} {'measured':>8} {'at most':>8}")
-    for what, measured, most in rows:
-        missed = "" if measured <= most else "  missed"
-        print(f"{what:<66} {measured:>8.3f} {most:>8.2f}{missed}")
-    sys.exit(any(measured > most for _, measured, most in rows))
+    print(f"{'what':<58} {'ours':>8} {'peer':>8} {'ratio':>7} {'at most':>8}")
+    is_missed = False
+    for what, figures, most in rows:
+        if isinstance(figures, list):
+            ours, peers = map(statistics.median, zip(*figures))
+            held = statistics.median(our / peer for our, peer in figures)
+            shown = f"{ours:>8.2f} {peers:>8.2f} {held:>7.3f}"
+        else:
+            held, shown = figures, f"{figures:>8.2f} {'-':>8} {'-':>7}"
+        is_missed |= held > most
+        print(f"{what:<58} {shown} {most:>8.2f}{'  missed' if held > most else ''}")
+    sys.exit(is_missed)

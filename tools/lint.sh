@@ -10,7 +10,7 @@ git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
 [ "${1:-}" != format ] || exit 0
 
 install_missing "${build_packages[@]}" "${test_packages[@]}" "${windows_packages[@]}" \
-  libbenchmark-dev clang-tidy
+  clang-tidy
 
 # Lints the sources named on the standard input, as the given build folder compiles them. Unknown
 # warning options are allowed, because some options of GCC are unknown to clang.

@@ -1,6 +1,6 @@
-// Clicks the button of the real window on the device that the first argument names, as often as the
-// second one says, and prints for each request how many milliseconds it took and how many the
-// longest pass of its wait loops took.
+// Clicks the button of the real window, on the device that the argument names, for each line on the
+// standard input. Prints how many milliseconds the request took and how many the longest pass of
+// its wait loops took.
 #include <QApplication>
 #include <QPushButton>
 #include <algorithm>
@@ -54,7 +54,7 @@ double milliseconds(Time::duration duration) { return Milliseconds(duration).cou
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 3) return EXIT_FAILURE;
+  if (argc != 2) return EXIT_FAILURE;
   const QApplication application(argc, argv);
   zendor::LinuxSerialPort port([&](int) { return std::optional<std::string>(argv[1]); });
   const zendor::SteadyClock clock;
@@ -63,13 +63,14 @@ int main(int argc, char** argv) {
   zendor::frmStartup startup(form, port, desktop, clock, {}, {});
   form.show(startup);
   auto* const button = form.window().findChild<QPushButton*>("cmdAccept");
-  for (int requests = std::atoi(argv[2]); requests > 0; --requests) {
+  while (std::getchar() != EOF) {
     QApplication::processEvents();
     desktop.startRequest();
     const auto start = Time::now();
     button->click();
     std::printf("%.3f %.3f\n", milliseconds(Time::now() - start),
                 milliseconds(desktop.longestPass));
+    std::fflush(stdout);
   }
   return EXIT_SUCCESS;
 }

@@ -20,14 +20,15 @@ PortTips::PortTips(const QWidget& window, DescribePort describePort)
   connect(&devices_, &QFileSystemWatcher::directoryChanged, this, &PortTips::refresh);
   connect(&devices_, &QFileSystemWatcher::directoryChanged, [this] { later_.start(kSecondLook); });
   devices_.addPath(kDeviceFolder);
-  // The first look takes longer than showing the window, so it comes after that.
   connect(&later_, &QTimer::timeout, this, &PortTips::refresh);
   later_.setSingleShot(true);
-  later_.start();
 }
 
-// Looks again before a tooltip shows, because some systems cannot watch the folder.
+// The first look takes longer than drawing the window, so it comes after that. Looks again before a
+// tooltip shows, because some systems cannot watch the folder.
 bool PortTips::eventFilter(QObject* watched, QEvent* event) {
+  const bool isFirstLook = choices_[0]->accessibleDescription().isEmpty();
+  if (event->type() == QEvent::Paint && isFirstLook) later_.start();
   if (event->type() == QEvent::ToolTip) refresh();
   return QObject::eventFilter(watched, event);
 }
