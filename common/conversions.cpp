@@ -21,6 +21,12 @@ std::string_view trimBlanks(std::string_view text) {
 // Writes a value that is not negative with the given number of digits after the point, and leaves
 // the point itself out.
 std::string roundedDigits(double value, int digits) {
+  // Most numbers are whole. They need nothing of the library's large tables for exact digits, so
+  // that the window starts without reading those.
+  constexpr double kManyDigits = 1e15;
+  if (digits == 0 && value < kManyDigits && value == std::floor(value)) {
+    return std::to_string(static_cast<std::uint64_t>(value));
+  }
   // No double has more digits after the point, so this many write every value exactly.
   constexpr int kAllDigits = 1074;
   std::array<char, std::numeric_limits<double>::max_exponent10 + 2 + kAllDigits> exact{};
