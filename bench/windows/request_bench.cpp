@@ -1,6 +1,6 @@
-// Clicks the button of the real window as often as the argument says, on the device behind COM1,
-// and prints for each request how many milliseconds it took and how many handles and GDI objects
-// the program has afterwards.
+// Clicks the button of the real window, on the device behind COM1, for each line on the standard
+// input. Prints how many milliseconds the request took and how many handles and GDI objects the
+// program has afterwards.
 #include <windows.h>
 #include <winternl.h>
 
@@ -56,8 +56,8 @@ std::ptrdiff_t gdiObjects() {
 // Passes the events of the window on, times each request, and then clicks for the next one.
 class TimedEvents final : public zendor::FormEvents {
  public:
-  TimedEvents(zendor::FormEvents& events, zendor::WindowCalls& calls, int requests)
-      : events_(events), calls_(calls), requests_(requests) {}
+  TimedEvents(zendor::FormEvents& events, zendor::WindowCalls& calls)
+      : events_(events), calls_(calls) {}
 
   void Form_Load() override { events_.Form_Load(); }
   void Form_Activate() override {
@@ -75,30 +75,28 @@ class TimedEvents final : public zendor::FormEvents {
       std::printf("%.3f %d %td\n", took, handles(), gdiObjects());
     });
     std::fflush(stdout);
-    if (--requests_ == 0) std::_Exit(EXIT_SUCCESS);
     click();
   }
 
  private:
   void click() const {
+    if (std::getchar() == EOF) std::_Exit(EXIT_SUCCESS);
     PostMessageW(FindWindowExW(calls_.window(), nullptr, L"Button", L"Get Serial Number"), BM_CLICK,
                  0, 0);
   }
 
   zendor::FormEvents& events_;
   zendor::WindowCalls& calls_;
-  int requests_;
 };
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  if (argc != 2) return EXIT_FAILURE;
+int main() {
   zendor::Win32Form form(zendor::frmStartup::description());
   zendor::Win32SerialPort port{&zendor::comPortOf};
   zendor::Win32Desktop desktop(form.calls());
   const zendor::SteadyClock clock;
   zendor::frmStartup startup(form, port, desktop, clock, {}, {});
-  TimedEvents events(startup, form.calls(), std::atoi(argv[1]));
+  TimedEvents events(startup, form.calls());
   form.run(events);
 }
