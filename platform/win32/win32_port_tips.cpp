@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/win32/win32_accessibility.h"
+#include "platform/win32/win32_pointer.h"
 #include "platform/win32/win32_text.h"
 
 namespace zendor {
@@ -18,7 +19,6 @@ bool isOptionButton(HWND button) {
   return (GetWindowLongPtrW(button, GWL_STYLE) & BS_TYPEMASK) == BS_AUTORADIOBUTTON;
 }
 
-// Screen readers may speak a description when it is set, so the same one is not set again.
 void describe(HWND button, const std::wstring& text) {
   if (const auto services = propertyServices()) {
     services->SetHwndPropStr(button, kClient, CHILDID_SELF, PROPID_ACC_DESCRIPTION, text.c_str());
@@ -44,11 +44,10 @@ void Win32PortTips::findChoices() {
 
 // The tooltips ask the window for their text whenever one is to be shown.
 void Win32PortTips::addTips() {
-  const INITCOMMONCONTROLSEX classes{sizeof classes,
-                                     ICC_BAR_CLASSES};  // those of bars and tooltips
+  const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_BAR_CLASSES};
   InitCommonControlsEx(&classes);
-  const HWND tips = CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX, 0, 0, 0,
-                                    0, window_, nullptr, nullptr, nullptr);
+  tips_ = CreateWindowExW(0, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX, 0, 0, 0, 0, window_,
+                          nullptr, nullptr, nullptr);
   for (const Choice& choice : choices_) {
     TOOLINFOW tool{};
     tool.cbSize = sizeof tool;
@@ -56,18 +55,18 @@ void Win32PortTips::addTips() {
     tool.hwnd = window_;
     tool.uId = reinterpret_cast<UINT_PTR>(choice.button);
     tool.lpszText = LPSTR_TEXTCALLBACKW;
-    SendMessageW(tips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    SendMessageW(tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
   }
 }
 
-// Windows lets no other program send or post WM_NOTIFY, so its pointer is good.
 LRESULT CALLBACK Win32PortTips::windowProcedure(HWND window, UINT message, WPARAM wParam,
                                                 LPARAM lParam, UINT_PTR, DWORD_PTR tips) {
-  auto& self = *reinterpret_cast<Win32PortTips*>(tips);  // NOLINT(performance-no-int-to-ptr)
+  auto& self = *pointerIn<Win32PortTips*>(tips);
   if (message == WM_NOTIFY) {
-    auto* const notice =
-        reinterpret_cast<NMTTDISPINFOW*>(lParam);  // NOLINT(performance-no-int-to-ptr)
-    if (notice->hdr.code == TTN_GETDISPINFOW) self.fill(*notice);
+    const auto notice = valueAt<NMHDR>(lParam);
+    if (notice && notice->hwndFrom == self.tips_ && notice->code == TTN_GETDISPINFOW) {
+      self.fill(*pointerIn<NMTTDISPINFOW*>(lParam));
+    }
   } else if (message == WM_DEVICECHANGE) {
     SetTimer(window, kLook, kLookAfterChangeMs, nullptr);
   } else if (message == WM_TIMER && wParam == kLook) {
@@ -77,6 +76,7 @@ LRESULT CALLBACK Win32PortTips::windowProcedure(HWND window, UINT message, WPARA
   return DefSubclassProc(window, message, wParam, lParam);
 }
 
+// Screen readers may speak a description when it is set, so the same one is not set again.
 void Win32PortTips::refresh() {
   int number = 0;
   for (Choice& choice : choices_) {

@@ -38,6 +38,7 @@ class Win32PortTips final {
 
   const HWND window_;
   const DescribePort describePort_;
+  HWND tips_ = nullptr;
   std::vector<Choice> choices_;
   std::wstring shown_;  // what a tooltip reads while it shows
 };
