@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The texts of the Windows program outside of its window: message boxes on a screen, a console.
+"""The window, the message boxes and the console of the Windows program, tested from within.
 
 Usage: desktop_test.py windows BUILD_FOLDER ZENDOR_POD_SIMULATOR
 """
@@ -11,11 +11,16 @@ from windows_platform import Windows
 
 
 class Desktop(unittest.TestCase):
+    def setUp(self):
+        self.windows = Windows(sys.argv[2])
+        self.addCleanup(self.windows.close)
+        self.windows.set_up()
+
     def test_shows_texts_beyond_the_code_page(self):
-        windows = Windows(sys.argv[2])
-        self.addCleanup(windows.close)
-        windows.set_up()
-        windows.assert_passes(self, "tests/windows/win32_desktop_test.exe")
+        self.windows.assert_passes(self, "tests/windows/win32_desktop_test.exe")
+
+    def test_lays_the_window_out_anew(self):
+        self.windows.assert_passes(self, "tests/windows/win32_form_test.exe")
 
 
 if __name__ == "__main__":
