@@ -1,11 +1,15 @@
 #include "platform/linux/first_line.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <fstream>
 #include <string_view>
+
+#include "platform/linux/file_descriptor.h"
 
 namespace zendor {
 
@@ -53,10 +57,13 @@ std::string shownCharactersOf(std::string_view text) {
 }  // namespace
 
 std::string firstLineOf(const std::filesystem::path& file) {
-  std::ifstream opened(file);
-  std::string line;
-  std::getline(opened, line);
-  return shownCharactersOf(line);
+  // A stream of the library would bring in all that it knows of languages, and make the window
+  // larger.
+  const FileDescriptor opened(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+  std::array<char, 1024> bytes{};
+  const ssize_t count = ::read(opened.number(), bytes.data(), bytes.size());
+  const std::string_view read(bytes.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+  return shownCharactersOf(read.substr(0, read.find('\n')));
 }
 
 }  // namespace zendor
