@@ -89,7 +89,7 @@ def main():
         ("the command from start to end, ms / the least program", commands, 1.10),
         ("start of the command, ms / the least program", command_starts, 1.40),
         ("search of 300 processes for a holder, ms / fuser", search_pairs(), 0.50),
-        ("start to the first shown window, ms / bare window", starts, 1.05),
+        ("start to the first drawn window, ms / bare window", starts, 1.05),
         ("peak memory, MiB / bare window", memory, 1.03),
         ("receive path, ns a byte: 255-byte reply / 5-byte reply", receive_pairs(), 1.00),
         ("longest pass of the wait loop without a pod, ms", longest_pass(), 20),

@@ -59,7 +59,7 @@ def main(build, simulator):
          [[window[0], least[0]] for window, least in rounds], 1.10),
         ("the command from start to end, ms / the least program", command_requests, 1.15),
         ("start of the command, ms / the least program", command_starts, 1.15),
-        ("start to the first shown window, ms / bare window", starts, 1.25),
+        ("start to the first drawn window, ms / bare window", starts, 1.25),
         ("processor time of an idle second, ms", idle, 20),
         ("handles that 40 requests add", growth(handles), 0),
         ("GDI objects that 40 requests add", growth(objects), 0),

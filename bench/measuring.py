@@ -9,6 +9,7 @@ import sys
 import time
 
 from Xlib import X, display
+from Xlib.ext import damage
 
 
 def in_turn(rounds, *measures):
@@ -57,33 +58,37 @@ def peak_memory(process):
 
 
 class Screen:
-    """Watches which windows appear on the screen."""
+    """Watches which windows appear on the screen, and what is drawn there."""
 
     def __init__(self):
         self.display = display.Display()
-        self.display.screen().root.change_attributes(event_mask=X.SubstructureNotifyMask)
+        self.display.damage_query_version()
+        root = self.display.screen().root
+        root.change_attributes(event_mask=X.SubstructureNotifyMask)
+        root.damage_create(damage.DamageReportRawRectangles)
         self.display.sync()
 
     def start(self, command):
-        """Milliseconds from exec to the first window, and the peak memory in MiB once it is drawn."""
+        """Milliseconds from exec to the first drawing in a window, and the peak memory in MiB."""
         while self.display.pending_events():
             self.display.next_event()
         begin = time.perf_counter()
         process = subprocess.Popen(command)
-        while not self._shows_a_window():
-            if process.poll() is not None:
-                raise RuntimeError(f"{command} has ended without a window")
+        for kind in (X.MapNotify, self.display.extension_event.DamageNotify):
+            while not self._comes(kind):
+                if process.poll() is not None:
+                    raise RuntimeError(f"{command} has ended without a window")
         seconds = time.perf_counter() - begin
-        time.sleep(0.3)  # until the window is drawn and the program rests
+        time.sleep(0.3)  # until the program rests
         peak = peak_memory(process)
         process.kill()
         process.wait()
         return seconds * 1000, peak
 
-    def _shows_a_window(self):
-        """True as soon as a window appears, False when nothing happens for a second."""
+    def _comes(self, kind):
+        """True as soon as such an event comes, False when nothing happens for a second."""
         while self.display.pending_events() or select.select([self.display], [], [], 1)[0]:
-            if self.display.next_event().type == X.MapNotify:
+            if self.display.next_event().type == kind:
                 return True
         return False
 
@@ -117,9 +122,9 @@ def idle_ms(command):
 
 def print_table(rows):
     """Prints what was measured, beside its peer where it has one, and what is allowed: the ratio to
-    the peer, or the figure itself. A row holds the words, a figure or the list of pairs with those of
-    the peer, and the most. All that is printed of pairs is medians. Ends the program, with failure
-    where a target is missed."""
+    the peer, or the figure itself. A row holds the words, a figure or the list of pairs with those
+    of the peer, and the most. All that is printed of pairs is medians. Ends the program, with
+    failure where a target is missed."""
     print(f"{'what':<58} {'ours':>8} {'peer':>8} {'ratio':>7} {'at most':>8}")
     is_missed = False
     for what, figures, most in rows:
