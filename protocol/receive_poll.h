@@ -9,11 +9,11 @@
 
 namespace zendor {
 
-// Appends all waiting bytes to RxBuffer and advances rxCount; what does not fit is dropped. The
-// line echoes the request, so the reply begins after txLength bytes. The result is true in the call
+// Appends all waiting bytes to RxBuffer and advances RxCount; what does not fit is dropped. The
+// line echoes the request, so the reply begins after TxLength bytes. The result is true in the call
 // that stores the last byte of the reply and in every later call that finds more bytes. Never
 // blocks.
 bool LL_DRAVO_PollReceive(SerialPort& MSComm1, std::span<std::uint8_t> RxBuffer,
-                          std::size_t txLength, std::size_t& rxCount);
+                          std::size_t TxLength, std::size_t& RxCount);
 
 }  // namespace zendor

@@ -27,7 +27,7 @@ using namespace doubles;
       {.name = "command",
        .deviceHelp = "a device",
        .isDevice = [](const std::string& port) { return port.starts_with("device"); },
-       .numberedPorts = [&] { return refused("numbered"); },
+       .numberedPort = [&] { return refused("numbered"); },
        .namedPort = refused,
        .describePort = [](int number) { return "device " + std::to_string(number); }}));
 }

@@ -23,7 +23,7 @@ TEST(Trace, WritesDownARequestAsTheDescriptionOfTheLineDoes) {
   TracedSerialPort port(platform.line, platform.clock, trace);
   ConsoleForm form(frmStartup::description(), 3);
   frmStartup window(form, port, platform.desktop, platform.clock, {}, {});
-  form.press(window);
+  form.loadAndPress(window);
   EXPECT_EQ(form.result(), "C-1234567");
   EXPECT_FALSE(platform.line.isOpen());
   EXPECT_EQ(platform.line.configuration.portNumber, 3);

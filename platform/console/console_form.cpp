@@ -19,7 +19,7 @@ std::string ConsoleForm::choice() const {
   return std::ranges::find(shown_.controls, true, &FormControl::selected)->caption;
 }
 
-void ConsoleForm::press(FormEvents& events) {
+void ConsoleForm::loadAndPress(FormEvents& events) {
   events.Form_Load();
   events.Form_Activate();
   const auto button =

@@ -18,7 +18,7 @@ class ConsoleForm final : public Form {
   std::string choice() const;
 
   // Loads and activates the form, presses its push button once, and returns when that is done.
-  void press(FormEvents& events);
+  void loadAndPress(FormEvents& events);
 
   // What stands in the result box.
   std::string result() const;

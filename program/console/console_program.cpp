@@ -19,10 +19,10 @@ constexpr int kPrinted = 0;
 constexpr int kNotPrinted = 1;
 constexpr int kWrongUsage = 2;
 
-// The library breaks no lines: with those of the descriptions, the help has 80 columns.
+// The library breaks no lines. With the line breaks of the descriptions, the help has 80 columns.
 constexpr std::size_t kOptionColumns = 14;
 
-// In the place of what the library notes beside an option, which options exclude it.
+// The library would note beside an option which others exclude it. This blank stands there instead.
 constexpr const char* kNoNote = " ";
 
 struct Arguments {
@@ -49,19 +49,21 @@ std::string complaintAboutPort(const std::string& text, const ConsolePlatform& p
   return "\"" + text + "\" is neither a number from 1 to 4 nor " + platform.deviceHelp + ".";
 }
 
-void declare(CLI::App& app, Arguments& arguments, const ConsolePlatform& platform) {
+void declareTexts(CLI::App& app, const ConsolePlatform& platform) {
   app.get_formatter()->column_width(kOptionColumns);
   app.footer(footer(platform.name));
   app.failure_message([&](const CLI::App* parsed, const CLI::Error& error) {
     return platform.name + ": " + CLI::FailureMessage::simple(parsed, error);
   });
   app.set_help_flag("-h,--help", "Print this text.");
-  const Version& version = kVersion;
   app.set_version_flag("--version",
-                       platform.name + " " + std::to_string(version.majorNumber) + "." +
-                           std::to_string(version.minorNumber) + "." +
-                           std::to_string(version.revision),
+                       platform.name + " " + std::to_string(kVersion.majorNumber) + "." +
+                           std::to_string(kVersion.minorNumber) + "." +
+                           std::to_string(kVersion.revision),
                        "Print the version.");
+}
+
+void declareOptions(CLI::App& app, Arguments& arguments, const ConsolePlatform& platform) {
   auto* const port =
       app.add_option("PORT", arguments.port,
                      "The serial port: 1 to 4 as in the window, 1 when left out,\nor " +
@@ -81,7 +83,7 @@ void declare(CLI::App& app, Arguments& arguments, const ConsolePlatform& platfor
       ->excludes(list);
 }
 
-std::string list(const ConsolePlatform& platform) {
+std::string portList(const ConsolePlatform& platform) {
   std::string lines;
   for (int number = 1; number <= frmStartup::kPortChoices; ++number) {
     lines += std::to_string(number) + ": " + platform.describePort(number) + "\n";
@@ -89,10 +91,11 @@ std::string list(const ConsolePlatform& platform) {
   return lines + "other: " + platform.deviceHelp + "\n";
 }
 
-// The number that the request of the window's button gives on the port; empty when it gives none.
+// Runs the request of the window's button on the port. The result is what the window would show as
+// the serial number, or empty after a failure.
 std::string request(const Arguments& arguments, const ConsolePlatform& platform) {
   const bool isDevice = platform.isDevice(arguments.port);
-  const auto port = isDevice ? platform.namedPort(arguments.port) : platform.numberedPorts();
+  const auto port = isDevice ? platform.namedPort(arguments.port) : platform.numberedPort();
   const SteadyClock clock;
   TracedSerialPort traced(*port, clock, std::cerr);
   ConsoleForm form(frmStartup::description(), isDevice ? 1 : std::stoi(arguments.port));
@@ -101,11 +104,11 @@ std::string request(const Arguments& arguments, const ConsolePlatform& platform)
                          [&] { traced.finishLine(); });
   SerialPort& MSComm1 = arguments.trace ? traced : *port;
   frmStartup startup(form, MSComm1, desktop, clock, {}, kVersion);
-  form.press(startup);
+  form.loadAndPress(startup);
   return form.result();
 }
 
-// Whoever misses the text on the standard output finds it on standard error.
+// A text that the standard output refuses goes to standard error, so that it is not lost.
 int print(const std::string& text, const ConsolePlatform& platform) {
   std::cout << text << std::flush;
   if (std::cout) return kPrinted;
@@ -118,14 +121,15 @@ int print(const std::string& text, const ConsolePlatform& platform) {
 int runConsoleProgram(int argc, char** argv, const ConsolePlatform& platform) {
   Arguments arguments;
   CLI::App app("Print the serial number of the Zendor on a serial port.", platform.name);
-  declare(app, arguments, platform);
+  declareTexts(app, platform);
+  declareOptions(app, arguments, platform);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& end) {
     std::ostringstream help;
     return app.exit(end, help, std::cerr) == 0 ? print(help.str(), platform) : kWrongUsage;
   }
-  if (arguments.list) return print(list(platform), platform);
+  if (arguments.list) return print(portList(platform), platform);
   const std::string number = request(arguments, platform);
   return number.empty() ? kNotPrinted : print(number + "\n", platform);
 }

@@ -16,8 +16,9 @@ struct ConsolePlatform {
   std::string deviceHelp;  // what PORT can be besides a number, "the path of a device"
   std::function<bool(const std::string& port)> isDevice;
 
-  // The numbered ports of the computer, or the named device behind every number.
-  std::function<std::unique_ptr<SerialPort>()> numberedPorts;
+  // A port that opens the device of the configured number, and one that opens the named device
+  // whatever the number is.
+  std::function<std::unique_ptr<SerialPort>()> numberedPort;
   std::function<std::unique_ptr<SerialPort>(const std::string& device)> namedPort;
 
   // The device behind the number and what its adapter calls itself, for people.

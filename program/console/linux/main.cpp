@@ -18,7 +18,7 @@ int main(int argc, char** argv) {
       {.name = "zendor-serial-number",
        .deviceHelp = "the path of a device, such as /dev/ttyUSB0",
        .isDevice = [](const std::string& port) { return port.find('/') != std::string::npos; },
-       .numberedPorts =
+       .numberedPort =
            [&] {
              return std::make_unique<LinuxSerialPort>(
                  [&](int number) { return devices.deviceOfPort(number); });

@@ -35,7 +35,7 @@ int main(int argc, char** argv) {
       {.name = "ZendorSerialNumber",
        .deviceHelp = "a port such as COM5",
        .isDevice = &isComPort,
-       .numberedPorts = [] { return std::make_unique<Win32SerialPort>(&comPortOf); },
+       .numberedPort = [] { return std::make_unique<Win32SerialPort>(&comPortOf); },
        .namedPort =
            [](const std::string& device) {
              return std::make_unique<Win32SerialPort>([=](int) { return device; });
