@@ -6,6 +6,12 @@
 
 namespace zendor {
 
+namespace {
+
+constexpr std::string_view kErrorPrefix = "Error : ";
+
+}  // namespace
+
 std::string errorResult(std::string_view reason) {
   return std::string(kErrorPrefix).append(reason);
 }

@@ -7,11 +7,9 @@
 
 namespace zendor {
 
-// How every failure begins.
-inline constexpr std::string_view kErrorPrefix = "Error : ";
-
 std::string errorResult(std::string_view reason);
 
+// Blanks in front of a failure do not count.
 bool Tool_IsErrorResult(std::string_view text);
 
 // What follows the first "=" and the one character after it; the whole text if it has no "=".

@@ -7,6 +7,8 @@ namespace zendor {
 
 namespace {
 
+constexpr double kReadableContrast = 4.5;
+
 double linear(std::uint8_t component) {
   const double value = component / 255.0;
   return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);

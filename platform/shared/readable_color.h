@@ -11,8 +11,6 @@ struct Rgb {
   std::uint8_t blue = 0;
 };
 
-inline constexpr double kReadableContrast = 4.5;
-
 // The ratio of the relative luminances, from 1 (the same) to 21 (black and white).
 double contrast(Rgb one, Rgb other);
 
