@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "common/byte_text.h"
 
@@ -18,13 +19,25 @@ std::string_view trimBlanks(std::string_view text) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-// Writes a value that is not negative with the given number of digits after the point, and leaves
-// the point itself out.
+// Removes the last digit, and rounds the number up if that digit was 5 or more.
+std::string withoutLastDigit(std::string digits) {
+  const bool isRoundedUp = digits.back() >= '5';
+  digits.pop_back();
+  if (!isRoundedUp) return digits;
+  const auto last = std::find_if(digits.rbegin(), digits.rend(), [](char c) { return c != '9'; });
+  std::fill(digits.rbegin(), last, '0');
+  if (last == digits.rend()) return "1" + digits;
+  ++*last;
+  return digits;
+}
+
+// All digits of a value that is not negative, the given number of them after the decimal point. The
+// point itself is left out.
 std::string roundedDigits(double value, int digits) {
-  // Most numbers are whole. They need nothing of the library's large tables for exact digits, so
-  // that the window starts without reading those.
-  constexpr double kManyDigits = 1e15;
-  if (digits == 0 && value < kManyDigits && value == std::floor(value)) {
+  // Most numbers are whole. They are written without the library's large tables for exact digits,
+  // so the window starts without reading those tables.
+  constexpr double kWholeNumberLimit = 1e15;
+  if (digits == 0 && value < kWholeNumberLimit && value == std::floor(value)) {
     return std::to_string(static_cast<std::uint64_t>(value));
   }
   // No double has more digits after the point, so this many write every value exactly.
@@ -36,14 +49,7 @@ std::string roundedDigits(double value, int digits) {
   const std::size_t point = text.size() - kAllDigits - 1;
   text.erase(point, 1);
   text.resize(point + static_cast<std::size_t>(digits) + 1, '0');
-  const bool isRoundedUp = text.back() >= '5';
-  text.pop_back();
-  if (!isRoundedUp) return text;
-  const auto last = std::find_if(text.rbegin(), text.rend(), [](char c) { return c != '9'; });
-  std::fill(text.rbegin(), last, '0');
-  if (last == text.rend()) return "1" + text;
-  ++*last;
-  return text;
+  return withoutLastDigit(std::move(text));
 }
 
 }  // namespace
