@@ -12,7 +12,7 @@ constexpr milliseconds kLateness{1200};  // a host waits for 1000
 constexpr milliseconds kRest{20};
 constexpr std::uint8_t kMeaningless = 7;
 
-Frame carriedOut(Pod& pod, const Frame& request) {
+Frame replyTo(Pod& pod, const Frame& request) {
   Reply reply = pod.answer(request.header, request.data);
   return {request.source, request.destination, reply.header, std::move(reply.data)};
 }
@@ -26,17 +26,17 @@ Transmission oneByOne(const Bytes& bytes, milliseconds delay = {}, milliseconds 
 Transmission nothing(Pod&, const Frame&) { return {}; }
 
 Transmission wholeReply(Pod& pod, const Frame& request) {
-  return oneByOne(encode(carriedOut(pod, request)));
+  return oneByOne(encode(replyTo(pod, request)));
 }
 
 Transmission shortReply(Pod& pod, const Frame& request) {
-  Bytes bytes = encode(carriedOut(pod, request));
+  Bytes bytes = encode(replyTo(pod, request));
   bytes.resize(4);
   return oneByOne(bytes);
 }
 
 Transmission truncatedReply(Pod& pod, const Frame& request) {
-  Frame reply = carriedOut(pod, request);
+  Frame reply = replyTo(pod, request);
   if (reply.data.empty()) reply.data.push_back(0);
   Bytes bytes = encode(reply);
   bytes.pop_back();
@@ -56,19 +56,19 @@ Transmission garbageBefore(Pod& pod, const Frame& request) {
 }
 
 Transmission wrongChecksum(Pod& pod, const Frame& request) {
-  Bytes bytes = encode(carriedOut(pod, request));
+  Bytes bytes = encode(replyTo(pod, request));
   --bytes.back();
   return oneByOne(bytes);
 }
 
 Transmission wrongDestination(Pod& pod, const Frame& request) {
-  Frame reply = carriedOut(pod, request);
+  Frame reply = replyTo(pod, request);
   ++reply.destination;
   return oneByOne(encode(reply));
 }
 
 Transmission wrongSource(Pod& pod, const Frame& request) {
-  Frame reply = carriedOut(pod, request);
+  Frame reply = replyTo(pod, request);
   ++reply.source;
   return oneByOne(encode(reply));
 }
@@ -79,11 +79,11 @@ Transmission headerAlone(Pod&, const Frame& request) {
 }
 
 Transmission lateReply(Pod& pod, const Frame& request) {
-  return oneByOne(encode(carriedOut(pod, request)), kLateness);
+  return oneByOne(encode(replyTo(pod, request)), kLateness);
 }
 
 Transmission byteByByte(Pod& pod, const Frame& request) {
-  return oneByOne(encode(carriedOut(pod, request)), {}, kRest);
+  return oneByOne(encode(replyTo(pod, request)), {}, kRest);
 }
 
 constexpr Fault kCatalogue[] = {

@@ -9,7 +9,7 @@ namespace {
 
 // Much longer than the time of a byte, and much shorter than the time after which a host tries
 // again.
-constexpr std::chrono::milliseconds kGapWithinRequest{50};
+constexpr std::chrono::milliseconds kLongestGapInRequest{50};
 
 void append(Bytes& bytes, const Bytes& more) {
   bytes.insert(bytes.end(), more.begin(), more.end());
@@ -37,15 +37,15 @@ std::vector<Delivery> LineStation::receive(std::span<const std::uint8_t> bytes, 
 }
 
 void LineStation::takeIn(std::uint8_t byte, TimePoint now) {
-  if (now - lineFree_ > kGapWithinRequest) request_ = {};
+  if (now - lineFree_ > kLongestGapInRequest) request_ = {};
   lineFree_ = std::max(lineFree_, now) + byteTime_;
   request_.bytes.push_back(byte);
   request_.ends.push_back(lineFree_);
   if (request_.bytes.size() == kHeaderOffset + 1) request_.fault = &faults_.next(byte);
 }
 
-// The header tells which fault strikes. Until it has come, no byte is echoed if a fault that loses
-// the echo may strike.
+// The header tells which fault strikes. Until the header has come, no byte is echoed if a fault
+// that loses the echo may strike.
 void LineStation::echo(std::vector<Delivery>& deliveries) {
   const std::size_t limitBefore = faults_.canLoseEcho() ? 0 : kWholeEcho;
   const std::size_t limit = request_.fault != nullptr ? request_.fault->echoLimit : limitBefore;

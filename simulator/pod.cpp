@@ -27,6 +27,21 @@ Reply writeMemory(Pod& pod, const Bytes& data) {
   return {};
 }
 
+Reply setVariables(Pod& pod, const Bytes& data) {
+  pod.variables = data;
+  return {};
+}
+
+Reply latchOutputs(Pod& pod, const Bytes& data) {
+  pod.latchedOutputs = data[0];
+  return {};
+}
+
+Reply changeAddress(Pod& pod, const Bytes& data) {
+  pod.address = data[0];
+  return {};
+}
+
 struct Command {
   std::uint8_t header;
   std::size_t fewestData, mostData;
@@ -50,13 +65,13 @@ constexpr Command kCommands[] = {
      [](Pod& pod, const Bytes&) {
        return Reply{kDone, pod.variables};
      }},
-    {165, 0, kAny, [](Pod& pod, const Bytes& data) { return pod.variables = data, Reply{}; }},
+    {165, 0, kAny, setVariables},
     // read memory, write memory
     {215, 1, 1, [](Pod& pod, const Bytes& data) { return readMemory(pod, data); }},
-    {214, 1, kAny, [](Pod& pod, const Bytes& data) { return writeMemory(pod, data); }},
+    {214, 1, kAny, writeMemory},
     // latch outputs, change address
-    {233, 1, 1, [](Pod& pod, const Bytes& data) { return pod.latchedOutputs = data[0], Reply{}; }},
-    {251, 1, 1, [](Pod& pod, const Bytes& data) { return pod.address = data[0], Reply{}; }},
+    {233, 1, 1, latchOutputs},
+    {251, 1, 1, changeAddress},
 };
 
 }  // namespace
