@@ -22,7 +22,7 @@ constexpr int kIdentityAttempts = 2;
 // has another capital for "i".
 char upperCase(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
-// The letter of a pod type, or an empty text for a type that is neither of the two.
+// The letter of a customer or an engineer pod, empty for any other type.
 std::string resultPrefix(std::string type) {
   std::ranges::transform(type, type.begin(), upperCase);
   if (type == "CUSTOMER") return "C";

@@ -17,7 +17,7 @@ struct CommandKind {
 
 namespace {
 
-// One data byte is taken by the block number.
+// The block number is a data byte, too.
 constexpr int kMaximumMemoryLength = static_cast<int>(kMaximumDataLength) - 1;
 
 constexpr const char* kBlockRefusal = "The block number does not fit in one byte";

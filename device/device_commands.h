@@ -14,7 +14,7 @@
 
 namespace zendor {
 
-struct CommandKind;  // what one command differs in from the others
+struct CommandKind;  // what differs from command to command
 
 class DeviceCommands {
  public:

@@ -38,7 +38,8 @@ std::string Pod::Pod_ReadIdentityOnce(std::int32_t& serialNumber, int destinatio
 
   result = commands_.DRAVO_RequestSerialNumber(false, destination, source);
   if (Tool_IsErrorResult(result)) return kFail;
-  // A shorter reply leaves bytes of an earlier one in RxData.
+  // A shorter reply holds no serial number. One without data leaves the bytes of an earlier reply
+  // in RxData.
   if (stores_.RxDataCount < kSerialNumberBytes) return kFail;
   serialNumber = static_cast<std::int32_t>(numberFromBytes(stores_.RxData));
   return code;

@@ -1,5 +1,5 @@
-// The pod as a whole: whether one answers, and who it is. These routines ask the user nothing and
-// show nothing, because every failure is told by the result.
+// The pod as a whole: whether one answers, and who it is. These routines ask the user nothing,
+// because the result tells every failure.
 #pragma once
 
 #include <cstdint>

@@ -16,8 +16,8 @@ struct PortError {
   std::string description;
 };
 
-// The port control always writes the same values into the first six, so that no platform needs to
-// read them.
+// The port control always writes the same values into the first six, so no platform needs to read
+// them.
 struct PortConfiguration {
   std::int16_t receiveThreshold = 0;  // no event handler is installed: no effect
   std::int16_t sendThreshold = 0;     // the same
@@ -43,7 +43,7 @@ class SerialPort {
 
   // Opens the configured port for this program alone. Throws PortError and stays closed when there
   // is no such port, another program holds it, this user may not use it, it is not a serial port,
-  // or it does not take the settings.
+  // or it does not accept the settings.
   virtual void open() = 0;
 
   // Throws PortError when the platform refuses. A line that is gone is closed all the same.
@@ -62,7 +62,7 @@ class SerialPort {
   // Bytes written that have not left for the line yet.
   virtual std::size_t bytesToSend() = 0;
 
-  // Hands over all bytes in one write and waits no longer than the driver takes to accept
+  // Hands over all bytes in one write and waits no longer than the driver needs to accept
   // them. Throws PortError, also for an earlier write that has failed since.
   virtual void write(std::span<const std::uint8_t> bytes) = 0;
 };

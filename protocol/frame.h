@@ -38,8 +38,8 @@ struct FrameStores {
 std::uint8_t checksumOf(std::span<const std::uint8_t> bytes);
 
 // Builds TxBuffer and TxLength from the items, header first; nothing of the previous frame
-// survives. Where an address lies outside 0 to 255 or the data are more than a frame carries, it
-// returns the reason and changes nothing; otherwise the result is empty.
+// survives. The result is empty. Where an address lies outside 0 to 255 or the data are more than a
+// frame carries, the result is the reason, and nothing is changed.
 std::string buildRequestFrame(FrameStores& stores, std::span<const std::uint8_t> items,
                               int destination, int source);
 

@@ -11,8 +11,8 @@
 
 namespace zendor {
 
-// Writes the bytes to the open port in one write, once earlier output has left and stale input is
-// discarded, so that what is received from then on is the echo of the bytes and the reply. RxCount,
+// Waits until earlier output has left, discards stale input, and writes the bytes to the open port
+// in one write. So what is received from then on is the echo of the bytes and the reply. RxCount,
 // the number of bytes received since the last write, is 0 afterwards. A refused write is reported
 // to the user and to nobody else.
 void LL_Serial_SendMessage(SerialPort& MSComm1, std::vector<std::uint8_t> message,

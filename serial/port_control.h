@@ -1,4 +1,4 @@
-// Configures, opens and closes the one serial port, and ends the program when it cannot go on.
+// Configures, opens and closes the one serial port, and ends a program that cannot go on.
 #pragma once
 
 #include <cstdint>

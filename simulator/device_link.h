@@ -8,7 +8,7 @@ namespace zendor::simulator {
 
 class DeviceLink {
  public:
-  // Takes the place of another symbolic link. Throws std::runtime_error when anything else is there
+  // Replaces another symbolic link. Throws std::runtime_error when anything else is there
   // or when the folder cannot be written.
   DeviceLink(std::filesystem::path link, std::filesystem::path device);
   DeviceLink(const DeviceLink&) = delete;

@@ -27,8 +27,8 @@ struct Fault {
   std::string_view whatItDoes;  // a sentence
   std::size_t echoLimit;        // how many bytes of the request come back as its echo
 
-  // What the pod sends. The pod acts only where the request gets through to it; without pieces it
-  // sends nothing.
+  // What the pod sends. The pod acts only where the fault lets the request through. A transmission
+  // without pieces is silence.
   Transmission (*reply)(Pod& pod, const Frame& request);
 };
 

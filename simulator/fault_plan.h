@@ -26,8 +26,9 @@ class FaultPlan {
   FaultPlan() = default;
   FaultPlan(std::vector<FaultRule> rules) : rules_(std::move(rules)) {}
 
-  // The fault that strikes a request with this header: that of the first rule for the header with
-  // a use left, and the call takes that use. Without such a rule, the fault spoils nothing.
+  // The fault that strikes the next request, which has this header: that of the first rule for the
+  // header that is not used up. The call counts as a use of the rule. Without such a rule, the
+  // fault is the one that spoils nothing.
   const Fault& next(std::uint8_t header);
 
   // Whether a request yet to come can lose its echo.

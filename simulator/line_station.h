@@ -44,8 +44,8 @@ class LineStation {
   LineStation(std::optional<Pod> pod, FaultPlan faults, std::chrono::nanoseconds byteTime,
               Onlooker onlooker = {});
 
-  // Takes bytes that the host hands to the line now, and returns what it will receive because of
-  // them.
+  // Accepts bytes that the host hands to the line now, and returns what the host will receive
+  // because of these bytes.
   std::vector<Delivery> receive(std::span<const std::uint8_t> bytes, TimePoint now);
 
  private:

@@ -1,4 +1,6 @@
 // The command that runs a simulated pod on a pseudo-terminal until it is interrupted.
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdlib>
@@ -24,6 +26,7 @@ struct Arguments {
   bool noPod = false;
   bool unpaced = false;
   bool trace = false;
+  unsigned pullOutAfter = 0;  // requests; 0 is never
   std::string link;
   std::vector<std::string> faults;
 };
@@ -32,7 +35,7 @@ constexpr int kWrongUsage = 2;
 
 constexpr const char* kName = "zendor-pod-simulator";
 
-// In the place of what the library notes beside an option, which options exclude it.
+// The library would note beside an option which others exclude it. This blank stands there instead.
 constexpr const char* kNoNote = " ";
 
 constexpr const char* kExplanation =
@@ -70,7 +73,7 @@ std::string complaintAboutFault(const std::string& text) {
   }
 }
 
-// The library breaks no lines: with those of the descriptions, the help has 80 columns.
+// The library breaks no lines. With the line breaks of the descriptions, the help has 80 columns.
 void declareTexts(CLI::App& app) {
   constexpr std::size_t kOptionColumns = 16;
   app.get_formatter()->column_width(kOptionColumns);
@@ -110,6 +113,10 @@ void declareLine(CLI::App& app, Arguments& arguments) {
       ->check(complaintAboutFault);
   app.add_flag("--unpaced", arguments.unpaced,
                "Pass bytes on at once instead of at the pace of 9600 baud.");
+  app.add_option("--pull-out-after", arguments.pullOutAfter,
+                 "Let the line go away after so many requests, as an adapter does\n"
+                 "that is pulled out.")
+      ->option_text("REQUESTS");
   app.add_option("--link", arguments.link,
                  "Make a symbolic link to the device here, and remove it at the\n"
                  "end. It replaces another symbolic link, never a file.")
@@ -128,13 +135,22 @@ void printFrame(Sender sender, const Bytes& frame) {
   std::cerr << line.str() << std::endl;
 }
 
+// The signal goes to the whole process, so that the thread that waits for signals gets it.
+Onlooker onlooker(const Arguments& arguments) {
+  return [trace = arguments.trace, left = arguments.pullOutAfter](Sender sender,
+                                                                  const Bytes& frame) mutable {
+    if (trace) printFrame(sender, frame);
+    if (sender == Sender::Host && left > 0 && --left == 0) ::kill(::getpid(), SIGTERM);
+  };
+}
+
 LineOptions lineOptions(const Arguments& arguments) {
   std::vector<FaultRule> rules;
   for (const std::string& fault : arguments.faults) rules.push_back(parseFaultRule(fault));
   LineOptions options;
   options.faults = FaultPlan(std::move(rules));
   options.isPaced = !arguments.unpaced;
-  if (arguments.trace) options.onlooker = printFrame;
+  options.onlooker = onlooker(arguments);
   if (arguments.noPod) options.pod.reset();
   if (options.pod) {
     options.pod->buildCode = arguments.buildCode;

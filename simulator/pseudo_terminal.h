@@ -1,8 +1,8 @@
 // A serial line between this process and a program that opens its path. Each side reads, unchanged,
 // what the other side writes. Throws std::system_error when the system gives no pseudo-terminal.
 //
-// As on a real port, what is written while no program has the path open is lost, so that a program
-// that opens the path finds it empty.
+// As on a real port, what is written while no program has the path open is lost. So a program that
+// opens the path finds no old bytes.
 #pragma once
 
 #include <chrono>
@@ -24,7 +24,7 @@ class PseudoTerminal {
   // bytes that wait have to be read before the next call.
   void wait(std::optional<std::chrono::steady_clock::time_point> until);
 
-  // From then on no wait() sleeps. It may be called from any thread.
+  // From then on no wait() sleeps. May be called from any thread.
   void wake();
 
   // All bytes that wait.
@@ -41,7 +41,7 @@ class PseudoTerminal {
   FileDescriptor waker_;
   FileDescriptor events_;
   std::string path_;
-  bool mayHoldUnread_ = false;  // the other side, of what was written
+  bool mayHoldUnread_ = false;  // whether bytes may wait unread on the other side
 };
 
 }  // namespace zendor::simulator

@@ -40,7 +40,7 @@ class SimulatedLine {
   std::vector<Bytes> requests_;  // guarded by the mutex
   PseudoTerminal terminal_;
   LineStation station_;
-  std::multimap<TimePoint, Bytes> deliveries_;  // those of one moment are in their order
+  std::multimap<TimePoint, Bytes> deliveries_;  // those of one moment keep their order
   std::jthread thread_;  // the last member, so that the thread ends before what it uses
 };
 

@@ -11,15 +11,15 @@ namespace zendor {
 
 class ConsoleDesktop final : public Desktop {
  public:
-  // The messages go to the stream and begin with the name of the command. Where a title has the
-  // port under one name, the message has it under the name that the user has asked for. The given
-  // function is called before each message, so that whoever writes to the same stream can finish a
-  // line there first.
+  // The messages go to the stream and begin with the name of the command. A title may
+  // name the port as a window does (portInTitles). The message then names it as the user did
+  // (askedPort). The given function is called before each message, so that whoever writes to the
+  // same stream can finish a line there first.
   ConsoleDesktop(std::ostream& messages, std::string command, std::string portInTitles,
                  std::string askedPort, std::function<void()> beforeMessage);
 
   // The command, the port, the title and the text, with ": " between them; the port only once.
-  // Nobody is asked: the answer is Ok, or No where the choice is Yes or No.
+  // Nobody is asked: the answer is that of a box that is dismissed.
   MessageAnswer showMessage(const Message& message) override;
 
   void processEvents() override;

@@ -1,4 +1,4 @@
-// An open file of this process, closed with its owner.
+// An open file of this process, closed when this object ends.
 #pragma once
 
 #include <unistd.h>

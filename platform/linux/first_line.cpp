@@ -25,9 +25,9 @@ bool isControl(char32_t code) { return code < U' ' || (code >= 0x7F && code < 0x
 
 bool isSurrogate(char32_t code) { return code >= 0xD800 && code < 0xE000; }
 
-// The first character of a text that is not empty. The first byte has as many leading ones as the
-// character has bytes, and none when it is a character by itself. A code that would fit into fewer
-// bytes is not UTF-8, and a character that is cut off has such a code.
+// The first character of a text that is not empty. The first byte begins with as many set bits as
+// the character has bytes, and with none when the byte is a character by itself. A code that would
+// fit into fewer bytes is not UTF-8, and a character that is cut off has such a code.
 Character firstCharacterOf(std::string_view text) {
   constexpr std::array<char32_t, 5> kSmallest{0, 0, 0x80, 0x800, 0x10000};
   const auto lead = static_cast<std::uint8_t>(text.front());
@@ -57,8 +57,8 @@ std::string shownCharactersOf(std::string_view text) {
 }  // namespace
 
 std::string firstLineOf(const std::filesystem::path& file) {
-  // A stream of the library would bring in all that it knows of languages, and make the window
-  // larger.
+  // A stream of the library would bring its tables of languages into memory as soon as the window
+  // describes its ports.
   const FileDescriptor opened(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
   std::array<char, 1024> bytes{};
   const ssize_t count = ::read(opened.number(), bytes.data(), bytes.size());

@@ -7,8 +7,8 @@
 namespace zendor {
 
 // The first line of a file, UTF-8; empty when there is no such file. A device or a program may call
-// itself by any bytes. Control characters are left out, because they would work on a terminal
-// instead of being shown, and so are bytes that are not UTF-8.
+// itself by any bytes. Bytes that are not UTF-8 are left out. So are control characters, because a
+// terminal would obey them instead of showing them.
 std::string firstLineOf(const std::filesystem::path& file);
 
 }  // namespace zendor

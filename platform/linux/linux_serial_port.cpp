@@ -18,8 +18,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A driver may silently run at another rate than the one asked for. A line can bear half a bit time
-// over the ten bits of a byte, and each of its two ends may use up half of that.
+// A driver may silently run at another rate than the one asked for. A line can bear an error of
+// half a bit time over the ten bits of a byte. Each of its two ends may use up half of that error.
 bool isCloseEnough(unsigned int rate, unsigned int asked) {
   const unsigned int difference = rate > asked ? rate - asked : asked - rate;
   return difference <= asked / 40;
@@ -42,8 +42,8 @@ void configure(int line, const std::string& device, int baud) {
   throw unsupportedRate(device, baud, settings.c_ospeed);
 }
 
-// Interfaces are often fed from these two lines. A device without them refuses, and that does no
-// harm.
+// Circuits on the line often draw their power from these two signals. A device without the signals
+// refuses, and that does no harm.
 void assertModemLines(int line) {
   const int lines = TIOCM_DTR | TIOCM_RTS;
   ::ioctl(line, TIOCMBIS, &lines);

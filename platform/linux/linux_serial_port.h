@@ -1,5 +1,5 @@
-// A serial port of Linux. Each operation is one system call on the open device, so that the numbers
-// of bytes that wait and that are still to be sent are those of the kernel at that moment.
+// A serial port of Linux. A count, a read or a write is one system call on the open device. So the
+// counts of bytes that wait and that are still to be sent are those of the kernel at that moment.
 #pragma once
 
 #include <array>
@@ -21,7 +21,7 @@ class LinuxSerialPort final : public SerialPort {
   // The path of a port's device; none when there is no such port. Asked at every open.
   using DeviceOfPort = std::function<std::optional<std::string>(int portNumber)>;
 
-  // Other programs put a file into the lock folder to tell that they hold a port.
+  // The lock folder is that of claimPort().
   explicit LinuxSerialPort(DeviceOfPort deviceOfPort,
                            std::filesystem::path lockFolder = "/var/lock");
   ~LinuxSerialPort() override;

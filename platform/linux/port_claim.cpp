@@ -26,14 +26,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// All noughts when there is no such device. The open then tells what is wrong.
+// All zeros when there is no such device. The open then tells what is wrong.
 struct stat statusOf(const std::string& device) {
   struct stat status {};
   ::stat(device.c_str(), &status);
   return status;
 }
 
-// The refusal names the holder if the system tells it.
+// The refusal names the holder if the system shows one.
 PortError heldPort(const std::string& device, const std::optional<std::string>& holder) {
   return busyPort(device, holder ? *holder + " has it open" : "");
 }
@@ -54,7 +54,7 @@ FileDescriptor openDevice(const std::string& device, const struct stat& status) 
   if (!file.isOpen() && errno == EBUSY) throw heldPort(device, otherHolderOf(status));
   if (!file.isOpen()) throw refusedCall(device, errno);
   FileDescriptor line = outsideStandardStreams(std::move(file));
-  termios2 settings{};
+  termios2 settings{};  // which only a terminal has
   if (::ioctl(line.number(), TCGETS2, &settings) != 0) throw refusedCall(device, errno);
   return line;
 }

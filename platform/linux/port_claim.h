@@ -13,7 +13,7 @@ namespace zendor {
 // the lock folder to tell that they hold a port.
 FileDescriptor claimPort(const std::string& device, const std::filesystem::path& lockFolder);
 
-// Closes the device. It is never refused, because the kernel also frees a device that is gone.
+// Closes the device. A close is never refused, because the kernel also frees a device that is gone.
 void releasePort(FileDescriptor line);
 
 }  // namespace zendor

@@ -18,7 +18,7 @@ PortError busyPort(const std::string& device, const std::string& evidence);
 // The driver would run at another rate than the one asked for.
 PortError unsupportedRate(const std::string& device, int asked, unsigned int offered);
 
-// The device took only a part of what was to be sent.
+// The device accepted only a part of what was to be sent.
 PortError unfinishedWrite(const std::string& device);
 
 // What a system call on the device refused with the given errno.

@@ -76,8 +76,8 @@ struct Session {
 };
 
 // The session of a process, from its file "stat". There the name of the process stands in
-// parentheses and may itself hold any character, even a parenthesis, so it ends with the last one.
-// The fields that follow are separated by blanks.
+// parentheses and may itself hold any character, even a parenthesis, so the name ends at the last
+// parenthesis of the file. The fields that follow are separated by blanks.
 Session sessionOf(const fs::path& process) {
   std::ifstream file(process / "stat");
   std::string text;

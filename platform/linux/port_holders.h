@@ -11,7 +11,7 @@
 namespace zendor {
 
 // "process 1234 (name)" of a process other than this one that has the device open, by whatever
-// path. What tells is
+// path. The evidence is
 // - an open file of the process. The system shows an ordinary user the files of the user's own
 //   processes, and the administrator the files of all processes;
 // - the controlling terminal of a process, when the system hides a file of that process or when a
