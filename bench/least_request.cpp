@@ -1,4 +1,4 @@
-// Makes a request on the device that the argument names for each line on the standard input, and
+// Makes a request on the device that the argument names for each line on standard input, and
 // prints how many milliseconds it took.
 #include "bench/least_request.h"
 

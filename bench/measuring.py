@@ -102,7 +102,7 @@ def start_pairs(rounds, program, bare):
 
 
 def idle_ms(command):
-    """The processor time in ms that a program takes in a second in which nobody does anything."""
+    """The processor time in ms that a program uses in a second in which nobody does anything."""
     with subprocess.Popen(command) as process:
 
         def ticks():
@@ -113,11 +113,11 @@ def idle_ms(command):
         time.sleep(2)  # until the program has started and rests
         begin = ticks()
         time.sleep(1)
-        taken = ticks() - begin
+        used = ticks() - begin
         if process.poll() is not None:
             raise RuntimeError(f"{command} has ended")
         process.kill()
-    return taken * 1000 / os.sysconf("SC_CLK_TCK")
+    return used * 1000 / os.sysconf("SC_CLK_TCK")
 
 
 def print_table(rows):

@@ -1,5 +1,5 @@
 # A layer of the program: one folder, one target. Its headers are reachable as "folder/header.h"
-# by the targets that link it and by no others, so that an include against the order of the
+# by the targets that link it and by no others, so an include against the order of the
 # layers does not build.
 
 # Makes the given headers of the current folder reachable through the target.

@@ -1,4 +1,4 @@
-// Bytes as text and text as bytes. A text is UTF-8 and each of its characters stands for one byte,
+// Bytes as text and text as bytes. A text is UTF-8 and each of its characters is one byte,
 // as in the character set ISO 8859-1: the character U+00E9 is the byte E9.
 #pragma once
 

@@ -17,7 +17,7 @@ struct CommandKind {
 
 namespace {
 
-// The block number is a data byte, too.
+// The block number needs one data byte.
 constexpr int kMaximumMemoryLength = static_cast<int>(kMaximumDataLength) - 1;
 
 constexpr const char* kBlockRefusal = "The block number does not fit in one byte";

@@ -32,7 +32,7 @@ class Desktop {
   virtual MessageAnswer showMessage(const Message& message) = 0;
 
   // Handles the window events that are pending, unless the platform serves the window on a thread
-  // of its own. Then yields the processor to whoever is ready. Does not wait for events.
+  // of its own. Then yields the processor to any thread that is ready. Does not wait for events.
   virtual void processEvents() = 0;
 
   // Ends the process at once, with the exit status of the platform. Nothing of the program runs

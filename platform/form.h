@@ -42,7 +42,7 @@ struct FormControl {
   ControlId id;
   ControlKind kind = ControlKind::Label;
   std::string caption = {};
-  std::string description = {};  // told by screen readers, where a platform's controls have one
+  std::string description = {};  // told by screen readers, where a platform's controls accept one
   TwipRect rect;
   int tabIndex = 0;                   // the order of the keyboard focus; 0 has it first
   std::optional<FormFont> font = {};  // none: the platform's default dialog font

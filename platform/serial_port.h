@@ -16,8 +16,8 @@ struct PortError {
   std::string description;
 };
 
-// The port control always writes the same values into the first six, so no platform needs to read
-// them.
+// The port control always writes the same values into the first six, so no platform needs to
+// read them.
 struct PortConfiguration {
   std::int16_t receiveThreshold = 0;  // no event handler is installed: no effect
   std::int16_t sendThreshold = 0;     // the same

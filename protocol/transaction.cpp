@@ -66,7 +66,7 @@ void Transaction::awaitReply(int timeoutMs) {
     const std::int64_t now = Tool_TicksToUnsigned(clock_.GetTickCount());
     timedOut = elapsedTicks(start, now) > timeoutMs;
     // The pass that finds the time-out polls as well, so that a reply that is just in time is
-    // taken.
+    // accepted.
     complete = LL_DRAVO_PollReceive(MSComm1, stores_.RxBuffer, stores_.TxLength, stores_.RxCount);
     desktop_.processEvents();
   }

@@ -161,7 +161,7 @@ LineOptions lineOptions(const Arguments& arguments) {
 }
 
 // The signals are blocked before the line's thread begins, because that thread inherits the block
-// and would otherwise take the signals that this one waits for.
+// and would otherwise receive the signals that this one waits for.
 void serveUntilInterrupted(const Arguments& arguments) {
   sigset_t interruptions{};
   sigemptyset(&interruptions);

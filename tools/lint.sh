@@ -12,7 +12,7 @@ git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
 install_missing "${build_packages[@]}" "${test_packages[@]}" "${windows_packages[@]}" \
   clang-tidy
 
-# Lints the sources named on the standard input, as the given build folder compiles them. Unknown
+# Lints the sources named on standard input, as the given build folder compiles them. Unknown
 # warning options are allowed, because some options of GCC are unknown to clang.
 tidy() {
   xargs -P "$(nproc)" -n 4 \
@@ -23,7 +23,7 @@ is_windows=(-e windows/ -e win32/ -e hands/)
 cmake --preset dev -B build/lint -DZENDOR_BENCH=ON -DZENDOR_FUZZ=ON >/dev/null
 git ls-files '*.cpp' | grep -v "${is_windows[@]}" | tidy build/lint
 
-# clang takes the C++ library and the Windows headers of the cross compiler. The Windows headers
+# clang uses the C++ library and the Windows headers of the cross compiler. The Windows headers
 # come last, so that clang's own intrinsics come before theirs.
 target=x86_64-w64-mingw32
 as_windows=(--extra-arg=--target=$target --extra-arg=-idirafter/usr/$target/include)

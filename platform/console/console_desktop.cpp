@@ -38,7 +38,7 @@ MessageAnswer ConsoleDesktop::showMessage(const Message& message) {
 
 void ConsoleDesktop::processEvents() { std::this_thread::yield(); }
 
-// No destructor runs, so that none can touch the port or the stores; the system frees both.
+// No destructor runs, so none can touch the port or the stores; the system frees both.
 void ConsoleDesktop::endProcess() { std::_Exit(EXIT_FAILURE); }
 
 }  // namespace zendor

@@ -11,10 +11,10 @@ namespace zendor {
 
 class ConsoleDesktop final : public Desktop {
  public:
-  // The messages go to the stream and begin with the name of the command. A title may
-  // name the port as a window does (portInTitles). The message then names it as the user did
-  // (askedPort). The given function is called before each message, so that whoever writes to the
-  // same stream can finish a line there first.
+  // The messages go to the stream and begin with the name of the command. A title may name the port
+  // as a window does (portInTitles). The message then names it as the user did (askedPort). The
+  // given function is called before each message, so that another writer to the same stream can
+  // finish a line there first.
   ConsoleDesktop(std::ostream& messages, std::string command, std::string portInTitles,
                  std::string askedPort, std::function<void()> beforeMessage);
 

@@ -74,7 +74,7 @@ void TracedSerialPort::readWaiting() {
   if (port_.bytesWaiting() > 0) readAll();
 }
 
-// The difference is unsigned, so that a wrap of the counter does no harm.
+// The difference is unsigned, so a wrap of the counter does no harm.
 std::int64_t TracedSerialPort::elapsed() const {
   return static_cast<std::uint32_t>(clock_.GetTickCount()) - static_cast<std::uint32_t>(start_);
 }

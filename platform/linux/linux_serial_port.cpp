@@ -26,7 +26,7 @@ bool isCloseEnough(unsigned int rate, unsigned int asked) {
 }
 
 // Bytes pass unchanged, and a read gives the bytes that wait and never blocks. The rate goes to the
-// driver as a number (BOTHER), because there are rates that no named constant stands for. If the
+// driver as a number (BOTHER), because some rates have no named constant. If the
 // driver does not run at that rate, the line gets its old settings back.
 void configure(int line, const std::string& device, int baud) {
   termios2 before{};

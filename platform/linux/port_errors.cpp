@@ -51,7 +51,7 @@ PortError unsupportedRate(const std::string& device, int asked, unsigned int off
 
 PortError unfinishedWrite(const std::string& device) {
   return {EAGAIN, "The serial port " + device +
-                      " did not take all bytes: earlier ones have not left yet. Try again."};
+                      " did not accept all bytes: earlier ones have not left yet. Try again."};
 }
 
 PortError refusedCall(const std::string& device, int errorNumber) {

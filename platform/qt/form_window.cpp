@@ -31,7 +31,7 @@ QIcon programIcon() {
   return icon.isNull() ? QIcon(QPixmap(zendor_serial_extractor_xpm)) : icon;
 }
 
-// What a screen reader finds in place of the window. It takes a QDialog for the question of another
+// What a screen reader finds in place of the window. It treats a QDialog as the question of another
 // window, reads out all that stands in it, and says its title before every result.
 class SpokenWindow final : public QAccessibleWidget {
  public:

@@ -16,7 +16,7 @@ class FormWindow final : public QDialog {
   void centreOnScreen();
 
   // The height of a window's frame is not known before it is shown, so the height of the style's
-  // title bar stands for it.
+  // title bar is used in its place.
   int titleBarHeight() const;
 
   void reject() override;

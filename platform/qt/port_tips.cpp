@@ -34,7 +34,7 @@ bool PortTips::eventFilter(QObject* watched, QEvent* event) {
 }
 
 // Screen readers speak a description when it is set, so the same one is not set again. A device
-// may have a "<" in its name; a tooltip would take that for markup.
+// may have a "<" in its name; a tooltip would read that as markup.
 void PortTips::refresh() {
   for (int index = 0; index < choices_.size(); ++index) {
     QRadioButton& choice = *choices_[index];

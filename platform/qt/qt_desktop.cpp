@@ -76,7 +76,7 @@ void QtDesktop::processEvents() {
   std::this_thread::yield();
 }
 
-// No destructor runs, so that none can touch the port or the stores. The system frees both and
+// No destructor runs, so none can touch the port or the stores. The system frees both and
 // closes the windows.
 void QtDesktop::endProcess() { std::_Exit(EXIT_SUCCESS); }
 

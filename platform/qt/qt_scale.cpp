@@ -46,7 +46,7 @@ FormScale scaleOf(const QWidget& window, int frameHeight, const FormDescription&
   const QSize screen = window.screen()->availableSize();
   const double share = shareOnScreen(screen, frameHeight, description, dotsPerInch * growth);
   FormScale scale{dotsPerInch * growth * share, growth * share, share};
-  // The circles of option buttons do not shrink, so that their captions have to make room for them.
+  // The circles of option buttons do not shrink, so their captions have to make room for them.
   constexpr double kLeastFont = 0.1;
   while (share < 1 && scale.userFontFactor > kLeastFont &&
          growthForCaptions(description, scale) > 1) {

@@ -48,7 +48,7 @@ QColor readableOn(const QColor& background, const QColor& wished) {
 ResultBox::ResultBox(QWidget* parent) : QLabel(parent), copy_("&Copy") {
   setFrameStyle(QFrame::Box | QFrame::Plain);
   setTextInteractionFlags(Qt::TextSelectableByMouse);
-  setFocusPolicy(Qt::NoFocus);  // otherwise a click on the text would take the focus
+  setFocusPolicy(Qt::NoFocus);  // otherwise a click on the text would move the focus
   setBackgroundRole(QPalette::HighlightedText);
   setAutoFillBackground(true);
   keepReadable();

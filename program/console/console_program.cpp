@@ -32,9 +32,8 @@ struct Arguments {
 };
 
 std::string footer(const std::string& name) {
-  return "Exit status: 0 when the number, or what else was asked for, was printed; 1 when\n"
-         "it was not, and standard error has the reason; 2 when the command was not\n"
-         "understood.\n\n"
+  return "Exit status: 0 if what was asked for was printed, 1 if it was not, and 2 if the\n"
+         "command line was not understood. Standard error then has the reason.\n\n"
          "Examples:\n  " +
          name + "            the number of the Zendor on Serial Port 1\n  " + name +
          " 2 --trace  what passes over the line as well\n  " + name +
@@ -77,8 +76,8 @@ void declareOptions(CLI::App& app, Arguments& arguments, const ConsolePlatform& 
                          ->excludes(port);
   app.add_flag("--trace", arguments.trace,
                "Print each frame to standard error: the milliseconds since\n"
-               "the start, > and what was sent, or < and what was received,\n"
-               "its echo in front of a |.")
+               "the start, > and what was sent, or < and what was received.\n"
+               "A | separates the echo from the reply.")
       ->option_text(kNoNote)
       ->excludes(list);
 }
@@ -108,11 +107,11 @@ std::string request(const Arguments& arguments, const ConsolePlatform& platform)
   return form.result();
 }
 
-// A text that the standard output refuses goes to standard error, so that it is not lost.
+// If standard output fails, the user still finds the text on standard error.
 int print(const std::string& text, const ConsolePlatform& platform) {
   std::cout << text << std::flush;
   if (std::cout) return kPrinted;
-  std::cerr << platform.name << ": The standard output does not take the text:\n" << text;
+  std::cerr << platform.name << ": Standard output does not accept the text:\n" << text;
   return kNotPrinted;
 }
 

@@ -27,7 +27,7 @@ namespace {
 namespace fs = std::filesystem;
 using doubles::Bytes, doubles::comesTrue;
 
-// A port whose number 1 is a pseudo-terminal, and a folder that stands for the lock folder of the
+// A port whose number 1 is a pseudo-terminal, and a folder that plays the lock folder of the
 // system or for sysfs.
 class LinuxLine : public testing::Test {
  public:
@@ -160,9 +160,9 @@ TEST_F(LinuxLine, CarriesEveryByteValueUnchangedBothWaysAndDiscardsWhatWaits) {
 TEST_F(LinuxLine, ALineThatIsGoneHasNothingRefusesWritesAndIsFreedByItsClose) {
   port.open();
   const std::string start = "The serial port " + device;
-  for (int i = 0; i < 2; ++i)  // first more than the line takes, then nothing fits
+  for (int i = 0; i < 2; ++i)  // first more than the line accepts, then nothing fits
     EXPECT_EQ(refusalOf([&] { port.write(Bytes(1 << 20)); }).description,
-              start + " did not take all bytes: earlier ones have not left yet. Try again.");
+              start + " did not accept all bytes: earlier ones have not left yet. Try again.");
   sendFromFarEnd({1, 2, 3});
   farEnd = FileDescriptor();
   EXPECT_EQ(port.bytesWaiting(), 0U);

@@ -17,7 +17,7 @@ root=/mnt # outside of the namespace this folder stays as it is
 checkout=/root/checkout
 needed=6 # GiB at most for a root and its compilers
 
-# Makes the root, unpacks the checkout from the standard input into it, and gives it what a computer
+# Makes the root, unpacks the checkout from standard input into it, and gives it what a computer
 # has: processes, pseudo-terminals, and apt's way to the network.
 make_root() {
   local suite=$1 architecture=$2 mirror http_proxy=${http_proxy-}

@@ -92,7 +92,7 @@ void sendKey(QWindow& window, QEvent::Type type, Qt::Key key, quint64 time, bool
 }
 
 // Looks at the message box that is shown next, and then answers it with a key. The key was held
-// when the box came, so that both kinds of its repeat come first. A helping program then presses it
+// when the box came, so both kinds of its repeat come first. A helping program then presses it
 // at a time that it does not tell.
 void answerNextBox(Qt::Key key, const std::function<void(const QMessageBox&)>& look) {
   QTimer::singleShot(0, [=] {

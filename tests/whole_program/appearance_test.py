@@ -45,7 +45,7 @@ class Appearance(unittest.TestCase):
                     user.press("space")
                     result = user.wait_for_result()
                     user.wait_until_ready()
-                    user.click(OPTIONS[1])  # takes the focus frame off the button
+                    user.click(OPTIONS[1])  # removes the focus frame from the button
                     density = self.density_for_font(user, **settings)
                     self.assert_layout(user, density)
                     self.assert_texts(user, result, density)

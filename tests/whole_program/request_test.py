@@ -189,7 +189,7 @@ class Request(unittest.TestCase):
             user.press("ctrl+Insert")
             user.wait_until(lambda: user.copied() in ("34567", "4567"), "The right half copied")
             user.click_at(user.result_place(), times=2)
-            user.press("shift+Tab")  # taken after the clicks, and starts at the focus
+            user.press("shift+Tab")  # handled after the clicks, and starts at the focus
             user.wait_until_focused(BUTTON)
             user.open_menu_of_result()
             user.press("c")  # the key of "Copy"
@@ -254,7 +254,7 @@ class Request(unittest.TestCase):
                 xdotool("mouseup", 1)
 
     def assert_stays(self, user):
-        """The window does not follow the mouse, and takes a click after the mouse has moved."""
+        """The window does not follow the mouse, and accepts a click after the mouse has moved."""
         user.wait_until_ready()
         place, option = user.client_place(), user.place(OPTIONS[3])
         user.point_at(user.place(OPTIONS[0]))
