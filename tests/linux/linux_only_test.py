@@ -55,7 +55,7 @@ class LinuxOnly(unittest.TestCase):
             user.click_at(user.result_place(), times=2)
             user.wait_until(lambda: user.copied("primary") == "C-1234567", "The whole result")
 
-    def test_takes_no_command_line(self):
+    def test_has_no_command_line(self):
         with User([WINDOW, "-platform", "nonsense"]) as user:  # the toolkit would obey this
             wait_for_description(user, NOTHING)
 

@@ -63,7 +63,7 @@ class CommandLine(unittest.TestCase):
                 self.assertIn(error, done.stderr)
                 self.assertLessEqual(max(map(len, done.stdout.splitlines()), default=0), 80)
 
-    def test_tells_where_the_standard_output_takes_nothing(self):
+    def test_tells_when_standard_output_accepts_nothing(self):
         reader, closed = os.pipe()
         os.close(reader)
         self.addCleanup(os.close, closed)
