@@ -20,8 +20,8 @@ class Spoken(unittest.TestCase):
             reader.listen_until("Screen reader on")
             with User([sys.argv[2], pod.device]) as user:
                 reader.listen_until("for its serial number")  # the end of the button's description
-                # The first request asks twice for the number, every later one once.
-                for questions, key, words in ([2], "Tab", OPTIONS[0]), ([3, 4], "shift+Tab", BUTTON):
+                # The first request asks three times for the number, every later one once.
+                for questions, key, words in ([3], "Tab", OPTIONS[0]), ([4, 5], "shift+Tab", BUTTON):
                     with self.subTest(questions):
                         said = []  # all but the numbers
                         for number in questions:
