@@ -10,14 +10,17 @@ case "${VIRTUAL_SCREEN_STAGE:-screen}" in
     ;;
   command)
     unset VIRTUAL_SCREEN_STAGE
-    command -v xprop >/dev/null || exit 1
     # The first key on a screen changes the keyboard mapping, and a window manager then lets go of
     # its keys for a moment. A key is pressed before the window manager starts, so that no key of
     # the command is lost.
     xdotool key shift || exit 1
-    openbox --config-file "$(realpath "$(dirname "$0")")/openbox.xml" >/dev/null 2>&1 &
+    # Openbox marks the screen as its own before its start is over, and forgets a window that comes
+    # between. What it is to start itself comes last.
+    ready=$XDG_RUNTIME_DIR/ready
+    openbox --config-file "$(realpath "$(dirname "$0")")/openbox.xml" --startup "touch $ready" \
+      >/dev/null 2>&1 &
     window_manager=$!
-    until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; do
+    until [ -e "$ready" ]; do
       kill -0 "$window_manager" || exit 1
       sleep 0.05
     done
