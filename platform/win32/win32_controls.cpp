@@ -13,39 +13,40 @@ namespace zendor {
 
 namespace {
 
-struct ControlClass {
-  const wchar_t* name = nullptr;
-  DWORD style = 0;
-};
-
-ControlClass classOf(const FormControl& control) {
-  switch (control.kind) {
-    case ControlKind::Label:
-    case ControlKind::ResultBox:  // is made in a file of its own
-      return {WC_STATICW, SS_NOPREFIX | static_cast<DWORD>(control.centred ? SS_CENTER : SS_LEFT)};
-    case ControlKind::OptionButton:
-      return {WC_BUTTONW,
-              BS_AUTORADIOBUTTON | static_cast<DWORD>(control.selected ? WS_TABSTOP : 0)};
-    case ControlKind::PushButton:
-      return {WC_BUTTONW, BS_DEFPUSHBUTTON | WS_TABSTOP};
-  }
-  return {};
-}
-
-// A child window takes its number in the place of a menu.
+// A child window has its number in the place of a menu.
 HMENU numberOf(const FormControl& control) {
   const UINT_PTR number = control.kind == ControlKind::PushButton ? IDOK : 0;
   return reinterpret_cast<HMENU>(number);  // NOLINT(performance-no-int-to-ptr)
 }
 
+HWND createChild(HWND frame, const FormControl& control, const wchar_t* className, DWORD style) {
+  return CreateWindowExW(0, className, wideFromUtf8(control.caption).c_str(),
+                         WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, frame, numberOf(control),
+                         nullptr, nullptr);
+}
+
+HWND createOptionButton(HWND frame, const FormControl& control, DWORD groupStyle) {
+  const DWORD stop = control.selected ? WS_TABSTOP : 0;
+  const HWND button =
+      createChild(frame, control, WC_BUTTONW, BS_AUTORADIOBUTTON | stop | groupStyle);
+  if (control.selected) SendMessageW(button, BM_SETCHECK, BST_CHECKED, 0);
+  return button;
+}
+
 HWND createControl(HWND frame, const FormControl& control, DWORD groupStyle) {
-  if (control.kind == ControlKind::ResultBox) return createResultBox(frame, control);
-  const auto [name, ownStyle] = classOf(control);
-  const HWND window = CreateWindowExW(0, name, wideFromUtf8(control.caption).c_str(),
-                                      WS_CHILD | WS_VISIBLE | ownStyle | groupStyle, 0, 0, 0, 0,
-                                      frame, numberOf(control), nullptr, nullptr);
-  if (control.selected) SendMessageW(window, BM_SETCHECK, BST_CHECKED, 0);
-  return window;
+  switch (control.kind) {
+    case ControlKind::Label: {
+      const DWORD alignment = control.centred ? SS_CENTER : SS_LEFT;
+      return createChild(frame, control, WC_STATICW, SS_NOPREFIX | alignment | groupStyle);
+    }
+    case ControlKind::ResultBox:
+      return createResultBox(frame, control);
+    case ControlKind::OptionButton:
+      return createOptionButton(frame, control, groupStyle);
+    case ControlKind::PushButton:
+      return createChild(frame, control, WC_BUTTONW, BS_DEFPUSHBUTTON | WS_TABSTOP | groupStyle);
+  }
+  return nullptr;
 }
 
 bool takesKeyboard(const FormControl& control) {
