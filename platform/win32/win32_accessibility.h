@@ -17,7 +17,7 @@ using PropertyServices = std::unique_ptr<IAccPropServices, ReleaseServices>;
 // The part of a window that its properties belong to.
 inline constexpr auto kClient = static_cast<DWORD>(OBJID_CLIENT);
 
-// Null where Windows lacks the service.
+// Null where Windows lacks the service, or where the thread has not initialised COM.
 PropertyServices propertyServices();
 
 }  // namespace zendor

@@ -15,7 +15,6 @@ constexpr LONG kAssertive = 2;
 }  // namespace
 
 void makeLiveRegion(HWND window) {
-  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
   VARIANT setting{};
   setting.vt = VT_I4;
   setting.lVal = kAssertive;

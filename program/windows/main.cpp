@@ -1,5 +1,7 @@
 // The composition root of the Windows program.
 #include <windows.h>
+// This needs windows.h before it.
+#include <objbase.h>
 
 #include "app/frm_startup.h"
 #include "platform/shared/steady_clock.h"
@@ -13,6 +15,7 @@
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
   using namespace zendor;
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);  // the form talks to screen readers by COM
   Win32Form form(frmStartup::description());
   const Win32PortTips tips(form.calls().window(), &describePort);
   Win32SerialPort MSComm1{&comPortOf};
