@@ -26,7 +26,7 @@ Win32Form::Win32Form(FormDescription description)
 void Win32Form::run(FormEvents& events) {
   events_ = &events;
   events.Form_Load();
-  ShowWindow(window_, SW_SHOWNORMAL);
+  showFrame(window_);
   events.Form_Activate();
   std::thread([this] { raiseClicks(); }).detach();
   const HACCEL keys = createKeys();

@@ -44,6 +44,13 @@ HWND createFrame(const FormDescription& description, WNDPROC procedure) {
   return frame;
 }
 
+// The first call follows the shortcut that has started the program, whatever the call asks for. A
+// shortcut may ask for a maximised window, but the frame has a fixed size.
+void showFrame(HWND frame) {
+  ShowWindow(frame, SW_SHOWNORMAL);
+  if (IsZoomed(frame)) ShowWindow(frame, SW_SHOWNORMAL);
+}
+
 SIZE frameAround(SIZE client, const FormDescription& description, UINT dotsPerInch) {
   RECT rect{0, 0, client.cx, client.cy};
   AdjustWindowRectExForDpi(&rect, kStyle, !description.menus.empty(), kExtendedStyle, dotsPerInch);
