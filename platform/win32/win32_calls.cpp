@@ -10,7 +10,9 @@ constexpr UINT kWake = WM_APP;
 constexpr DWORD kWakeAgainMs = 1000;
 
 // An Escape ends the loop that Windows runs for a move, even while that loop still waits for the
-// first move after a press on the title bar. The window itself does nothing on Escape.
+// first move after a press on the title bar. The window itself does nothing on Escape. The form's
+// own loop needs the Escape, too: a message that is sent, as the one that wakes, does not return
+// from GetMessage, but one that is posted does. The loop then runs the modal function.
 void endModes(HWND window) {
   SendMessageW(window, WM_CANCELMODE, 0, 0);
   EndMenu();
@@ -39,22 +41,18 @@ void WindowCalls::callAndWait(const Function& function) {
 }
 
 void WindowCalls::callModal(const Function& function) {
-  if (GetWindowThreadProcessId(window_, nullptr) == GetCurrentThreadId()) {
-    function();
-    return;
-  }
   call([&] { modal_ = &function; });
   waitUntilDone();
 }
 
-bool WindowCalls::serve(UINT message) {
+bool WindowCalls::runWaiting(UINT message) {
   if (message != kWake) return false;
   while (const Function function = takeFirst()) function();
   if (modal_ != nullptr) endModes(window_);
   return true;
 }
 
-void WindowCalls::serveModal() {
+void WindowCalls::runModal() {
   if (modal_ == nullptr) return;
   (*std::exchange(modal_, nullptr))();
   SetEvent(done_.get());

@@ -11,10 +11,10 @@
 
 namespace zendor {
 
-// One other thread calls, and its calls are served in their order. They wait in a queue. The
-// message that wakes the window's thread carries nothing, so that another program may send the same
-// message at any time, and a call whose message is lost is served with the next one. The window's
-// thread never waits for the other one.
+// One other thread calls, and its calls run in their order. They wait in a queue. The message that
+// wakes the window's thread carries nothing, so that another program may send the same message at
+// any time, and a call whose message is lost runs with the next one. Only the other thread may wait
+// for a call. The window's thread would wait for itself.
 class WindowCalls {
  public:
   using Function = std::function<void()>;
@@ -25,7 +25,7 @@ class WindowCalls {
   HWND window() const { return window_; }
 
   // Has the function run at once, even while a menu is open or the user moves the window, and does
-  // not wait for it.
+  // not wait for it. The window's thread may call this, too.
   void call(Function function);
 
   // Like call, but returns when the function has run.
@@ -35,12 +35,13 @@ class WindowCalls {
   // first, and a move of the window is given up.
   void callModal(const Function& function);
 
-  // For the window's procedure: true when the message was the one that wakes.
-  bool serve(UINT message);
+  // For the window's procedure: runs the calls that wait if the message is the one that wakes, and
+  // returns whether it is.
+  bool runWaiting(UINT message);
 
   // Runs the function of callModal, if one waits. The message loop calls this after each message,
   // so that the function does not run within a loop that Windows runs for a menu or a move.
-  void serveModal();
+  void runModal();
 
  private:
   Function takeFirst();

@@ -32,7 +32,7 @@ class FormFocus {
  private:
   const HWND frame_;
   const HWND resultBox_;
-  HWND control_;  // has the focus, or gets it back from the frame when it is enabled
+  HWND control_;  // gets the focus when the frame has it; waits for that while it is disabled
 };
 
 }  // namespace zendor

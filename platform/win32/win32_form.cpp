@@ -31,8 +31,8 @@ void Win32Form::run(FormEvents& events) {
   std::thread([this] { raiseClicks(); }).detach();
   const HACCEL keys = createKeys();
   for (MSG message{};;) {
-    if (GetMessageW(&message, nullptr, 0, 0) > 0) serve(message, keys);
-    calls_.serveModal();
+    if (GetMessageW(&message, nullptr, 0, 0) > 0) dispatch(message, keys);
+    calls_.runModal();
   }
 }
 
@@ -59,7 +59,7 @@ void Win32Form::setCaption(const ControlId& control, const std::string& caption)
 void Win32Form::setEnabled(const ControlId& control, bool enabled) {
   calls_.call([=, this] {
     focus_.setEnabled(controlOf(control).window, enabled);
-    if (!enabled && clicked_ == &controlOf(control)) clicked_ = nullptr;
+    if (!enabled && pendingClick_ == &controlOf(control)) pendingClick_ = nullptr;
     tellResult();
   });
 }
@@ -89,7 +89,7 @@ LRESULT CALLBACK Win32Form::windowProcedure(HWND window, UINT message, WPARAM wP
 }
 
 // A held Return presses the button once, not again and again.
-void Win32Form::serve(MSG& message, HACCEL keys) {
+void Win32Form::dispatch(MSG& message, HACCEL keys) {
   if (isRepeatOfReturn(message)) return;
   if (TranslateAcceleratorW(window_, keys, &message) || IsDialogMessageW(window_, &message)) return;
   TranslateMessage(&message);
@@ -97,11 +97,11 @@ void Win32Form::serve(MSG& message, HACCEL keys) {
 }
 
 LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
-  if (calls_.serve(message)) return 0;
+  if (calls_.runWaiting(message)) return 0;
   switch (message) {
     case WM_COMMAND:
       if (wParam == kCopyByKey) SendMessageW(resultBox_, WM_COPY, 0, 0);
-      if (HIWORD(wParam) == BN_CLICKED) click(pointerIn<HWND>(lParam));
+      if (HIWORD(wParam) == BN_CLICKED) noteClick(pointerIn<HWND>(lParam));
       return 0;
     case WM_CONTEXTMENU:
       if (lParam != -1) break;  // without a place, a key asks for the window's only context menu
@@ -157,21 +157,21 @@ void Win32Form::tellResult() {
 
 // Another program can send any number in the place of the window, and can press a button that is
 // disabled. So the window is looked up among the controls, and the button has to be enabled.
-void Win32Form::click(HWND window) {
+void Win32Form::noteClick(HWND window) {
   const auto control = std::ranges::find(controls_, window, &Win32Control::window);
   if (control == controls_.end() || control->kind != ControlKind::PushButton) return;
   if (!IsWindowEnabled(window)) return;
-  clicked_ = &*control;
-  SetEvent(click_.get());
+  pendingClick_ = &*control;
+  SetEvent(clickNoted_.get());
 }
 
 // The click is taken in a call, because calls are served in their order: first those of the click
 // before, one of which may have disabled the button and dropped this click.
 void Win32Form::raiseClicks() {
   for (;;) {
-    WaitForSingleObject(click_.get(), INFINITE);
+    WaitForSingleObject(clickNoted_.get(), INFINITE);
     const Win32Control* clicked = nullptr;
-    calls_.callAndWait([&] { clicked = std::exchange(clicked_, nullptr); });
+    calls_.callAndWait([&] { clicked = std::exchange(pendingClick_, nullptr); });
     if (clicked != nullptr) events_->Control_Click(clicked->id);
   }
 }

@@ -44,12 +44,12 @@ class Win32Form final : public Form {
 
  private:
   static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-  void serve(MSG& message, HACCEL keys);
+  void dispatch(MSG& message, HACCEL keys);
   LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
   void showResult(const std::wstring& text);
   void tellResult();
 
-  void click(HWND window);
+  void noteClick(HWND window);
   [[noreturn]] void raiseClicks();
 
   const Win32Control& controlOf(const ControlId& id) const;
@@ -64,8 +64,8 @@ class Win32Form final : public Form {
   FormLayout layout_{window_, description_, controls_};
   bool isResultTold_ = true;  // to screen readers
 
-  const Win32Control* clicked_ = nullptr;  // its click is still to be raised
-  const Handle click_{CreateEventW(nullptr, FALSE, FALSE, nullptr)};  // wakes who raises it
+  const Win32Control* pendingClick_ = nullptr;  // the click on it is still to be raised
+  const Handle clickNoted_{CreateEventW(nullptr, FALSE, FALSE, nullptr)};  // wakes who raises it
 };
 
 }  // namespace zendor

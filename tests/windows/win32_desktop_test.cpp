@@ -1,11 +1,15 @@
-// The message boxes of the Windows program, answered by another thread as by a user, and the texts
-// on a console.
+// The calls into the window of the Windows program, its message boxes, answered by another thread
+// as by a user, and the texts on a console.
 #include <gtest/gtest.h>
 #include <windows.h>
+// This needs windows.h before it.
+#include <commctrl.h>
 
 #include <array>
+#include <functional>
 #include <iostream>
 #include <thread>
+#include <utility>
 
 #include "platform/win32/win32_console.h"
 #include "platform/win32/win32_desktop.h"
@@ -29,21 +33,53 @@ std::string answerBox(WPARAM command) {
   return utf8FromWide(text.data());
 }
 
+bool losesNextMessage = false;
+
+LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                           DWORD_PTR calls) {
+  if (message == WM_APP && std::exchange(losesNextMessage, false)) return 0;
+  if (reinterpret_cast<WindowCalls*>(calls)->runWaiting(message)) return 0;
+  return DefSubclassProc(window, message, wParam, lParam);
+}
+
+// Runs the function on another thread. Its calls are served as by the form.
+void serve(const std::function<void(WindowCalls&)>& function) {
+  WindowCalls calls(
+      CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr));
+  SetWindowSubclass(calls.window(), &procedure, 0, reinterpret_cast<DWORD_PTR>(&calls));
+  std::thread other([&, thread = GetCurrentThreadId()] {
+    function(calls);
+    PostThreadMessageW(thread, WM_QUIT, 0, 0);
+  });
+  for (MSG message{}; GetMessageW(&message, nullptr, 0, 0) > 0; calls.runModal()) {
+    DispatchMessageW(&message);
+  }
+  other.join();
+  DestroyWindow(calls.window());
+}
+
+TEST(WindowCalls, RunsACallWhoseMessageIsLost) {
+  losesNextMessage = true;
+  bool hasRun = false;
+  serve([&](WindowCalls& calls) { calls.callAndWait([&] { hasRun = true; }); });
+  EXPECT_TRUE(hasRun);
+}
+
 TEST(Win32Desktop, ShowsTextsBeyondTheCodePageAndReturnsTheUsersAnswer) {
   const std::tuple<MessageButtons, WPARAM, MessageAnswer> rows[] = {
       {MessageButtons::YesNo, IDYES, MessageAnswer::Yes},
       {MessageButtons::YesNo, IDNO, MessageAnswer::No},
       {MessageButtons::Ok, IDOK, MessageAnswer::Ok}};
-  WindowCalls calls(
-      CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr));
-  Win32Desktop desktop(calls);
-  for (const auto& [buttons, command, answer] : rows) {
-    std::string shown;
-    std::thread user([&, command = command] { shown = answerBox(command); });
-    EXPECT_EQ(desktop.showMessage({kText, kTitle, MessageIcon::None, buttons}), answer);
-    user.join();
-    EXPECT_EQ(shown, kText);
-  }
+  serve([&](WindowCalls& calls) {
+    for (const auto& [buttons, command, answer] : rows) {
+      std::string shown;
+      std::thread user([&, command = command] { shown = answerBox(command); });
+      const Message message{kText, kTitle, MessageIcon::None, buttons};
+      EXPECT_EQ(Win32Desktop(calls).showMessage(message), answer);
+      user.join();
+      EXPECT_EQ(shown, kText);
+    }
+  });
 }
 
 TEST(Win32Console, ShowsTextsBeyondTheCodePageAndTellsThatItIsGone) {
