@@ -19,9 +19,16 @@ int main(int argc, char** argv) {
     return std::uniform_int_distribution<std::uint32_t>(first, last)(random);
   };
   for (int left = std::atoi(argv[1]); left > 0;) {
-    const UINT messages[] = {WM_APP,     WM_APP + 1,    any(WM_APP, 0xFFFF),
-                             WM_USER,    WM_USER + 1,   any(WM_USER, WM_APP - 1),
-                             WM_COMMAND, WM_DPICHANGED, WM_CTLCOLORSTATIC,
+    const UINT messages[] = {WM_APP,
+                             WM_APP + 1,
+                             any(WM_APP, 0xFFFF),
+                             WM_USER,
+                             WM_USER + 1,
+                             any(WM_USER, WM_APP - 1),
+                             WM_COMMAND,
+                             WM_DPICHANGED,
+                             WM_GETDPISCALEDSIZE,
+                             WM_CTLCOLORSTATIC,
                              WM_NOTIFY};
     const UINT message = messages[any(0, std::size(messages) - 1)];
     // Half of the numbers are small, because the numbers of controls are.

@@ -131,10 +131,13 @@ TEST_F(ShownForm, FollowsTheFontThatTheUserSetsMeanwhile) {
   EXPECT_EQ(sizeOf(frame).cx, size.cx);
 }
 
-TEST_F(ShownForm, HasTheFocusOnTheButtonThatIsEnabledWhileTheWindowIsMinimised) {
+TEST_F(ShownForm, HasTheFocusOnTheButtonWhenABoxWasAnsweredWhileItWasMinimised) {
   form.setEnabled(kButton, false);
+  const HWND box = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 9, 9, frame,
+                                   nullptr, nullptr, nullptr);
   ShowWindow(frame, SW_MINIMIZE);
-  SetActiveWindow(frame);
+  SetForegroundWindow(box);
+  DestroyWindow(box);  // which activates the frame
   form.setEnabled(kButton, true);
   form.setFocus(kButton);
   ShowWindow(frame, SW_RESTORE);
