@@ -19,7 +19,7 @@ namespace {
 constexpr int kIconSizes[] = {16, 22, 24, 32, 48, 64, 128, 256};
 
 // The installed icon in all its sizes. A program that is not installed has one size within itself.
-// QIcon::fromTheme would read the index of the whole theme, which takes a tenth of the start-up.
+// QIcon::fromTheme would read the index of the whole theme, which needs a tenth of the start-up.
 QIcon programIcon() {
   QIcon icon;
   for (const int size : kIconSizes) {
@@ -54,7 +54,6 @@ FormWindow::FormWindow(std::function<void()> onClose, std::function<void()> onFo
   setWindowIcon(programIcon());
 }
 
-// The part under a panel counts as screen, too.
 void FormWindow::centreOnScreen() {
   const QSize framed = sizeHint() + QSize(0, titleBarHeight());
   const QRect whole = screen()->geometry();

@@ -8,7 +8,7 @@ namespace zendor {
 namespace {
 
 constexpr const char* kDeviceFolder = "/dev";
-constexpr std::chrono::milliseconds kSecondLook{300};
+constexpr std::chrono::milliseconds kSecondLookDelay{300};
 
 }  // namespace
 
@@ -18,17 +18,18 @@ PortTips::PortTips(const QWidget& window, DescribePort describePort)
   // A device disappears from its folder before the system has forgotten the port, so a second look
   // follows the first.
   connect(&devices_, &QFileSystemWatcher::directoryChanged, this, &PortTips::refresh);
-  connect(&devices_, &QFileSystemWatcher::directoryChanged, [this] { later_.start(kSecondLook); });
+  connect(&devices_, &QFileSystemWatcher::directoryChanged,
+          [this] { nextLook_.start(kSecondLookDelay); });
   devices_.addPath(kDeviceFolder);
-  connect(&later_, &QTimer::timeout, this, &PortTips::refresh);
-  later_.setSingleShot(true);
+  connect(&nextLook_, &QTimer::timeout, this, &PortTips::refresh);
+  nextLook_.setSingleShot(true);
 }
 
-// The first look takes longer than drawing the window, so it comes after that. Looks again before a
-// tooltip shows, because some systems cannot watch the folder.
+// The first look needs longer than drawing the window, so the look follows the drawing. Another
+// look comes before a tooltip shows, because some systems cannot watch the folder.
 bool PortTips::eventFilter(QObject* watched, QEvent* event) {
   const bool isFirstLook = choices_[0]->accessibleDescription().isEmpty();
-  if (event->type() == QEvent::Paint && isFirstLook) later_.start();
+  if (event->type() == QEvent::Paint && isFirstLook) nextLook_.start();
   if (event->type() == QEvent::ToolTip) refresh();
   return QObject::eventFilter(watched, event);
 }

@@ -28,7 +28,7 @@ class PortTips final : public QObject {
   QList<QRadioButton*> choices_;
   DescribePort describePort_;
   QFileSystemWatcher devices_;
-  QTimer later_;
+  QTimer nextLook_;
 };
 
 }  // namespace zendor

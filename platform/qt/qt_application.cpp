@@ -27,7 +27,9 @@ bool QtApplication::notify(QObject* receiver, QEvent* event) {
   const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
   if (isKey && event->spontaneous() && receiver->isWindowType()) {
     const auto& key = static_cast<const QKeyEvent&>(*event);
-    if (isRepeat(key) && !movesFocus(key.key())) return true;
+    const bool isRepeated = isRepeat(key);
+    if (key.type() == QEvent::KeyRelease) rememberRelease(key);
+    if (isRepeated && !movesFocus(key.key())) return true;
   }
   return QApplication::notify(receiver, event);
 }
@@ -35,15 +37,15 @@ bool QtApplication::notify(QObject* receiver, QEvent* event) {
 // Repeats of a key are marked, except for the first one that reaches a new window under X11: that
 // one comes as a release and a press with the same time stamp. A helping program may give all keys
 // the time stamp 0, which tells nothing.
-bool QtApplication::isRepeat(const QKeyEvent& key) {
-  if (key.type() == QEvent::KeyRelease) {
-    releasedKey_ = key.key();
-    releasedAt_ = key.timestamp();
-    return key.isAutoRepeat();
-  }
+bool QtApplication::isRepeat(const QKeyEvent& key) const {
+  if (key.isAutoRepeat() || key.type() == QEvent::KeyRelease) return key.isAutoRepeat();
   const bool hasTime = key.timestamp() != 0;
-  return key.isAutoRepeat() ||
-         (hasTime && key.key() == releasedKey_ && key.timestamp() == releasedAt_);
+  return hasTime && key.key() == releasedKey_ && key.timestamp() == releasedAt_;
+}
+
+void QtApplication::rememberRelease(const QKeyEvent& key) {
+  releasedKey_ = key.key();
+  releasedAt_ = key.timestamp();
 }
 
 }  // namespace zendor

@@ -16,7 +16,8 @@ class QtApplication final : public QApplication {
   bool notify(QObject* receiver, QEvent* event) override;
 
  private:
-  bool isRepeat(const QKeyEvent& key);
+  bool isRepeat(const QKeyEvent& key) const;
+  void rememberRelease(const QKeyEvent& key);
 
   // Of the last release: the key, and the time stamp.
   int releasedKey_ = 0;

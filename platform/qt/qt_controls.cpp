@@ -23,8 +23,8 @@ std::unique_ptr<QWidget> makeLabel(const FormControl& control, QWidget& client) 
   return label;
 }
 
-// All four arrow keys walk through the group in its order and round. Qt would look for a neighbour
-// in the direction of the arrow and stop where there is none.
+// All four arrow keys walk through the group in its order, and from its end to its start. Qt would
+// look for a neighbour in the direction of the arrow and stop where there is none.
 class OptionButton final : public QRadioButton {
  public:
   using QRadioButton::QRadioButton;

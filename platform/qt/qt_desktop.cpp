@@ -14,7 +14,7 @@ namespace zendor {
 
 namespace {
 
-constexpr int kWindowButtons = 120;  // pixels
+constexpr int kWindowButtonsWidth = 120;  // pixels
 
 QMessageBox::Icon iconOf(MessageIcon icon) {
   switch (icon) {
@@ -38,7 +38,8 @@ QString textOf(const std::string& text) {
 void makeRoomForTitle(QMessageBox& box) {
   QFont titleFont = box.font();
   titleFont.setBold(true);
-  const int width = QFontMetrics(titleFont).horizontalAdvance(box.windowTitle()) + kWindowButtons;
+  const int width =
+      QFontMetrics(titleFont).horizontalAdvance(box.windowTitle()) + kWindowButtonsWidth;
   if (auto* grid = qobject_cast<QGridLayout*>(box.layout())) {
     grid->setColumnMinimumWidth(grid->columnCount() - 1, width);
   }

@@ -13,7 +13,7 @@ namespace zendor {
 
 namespace {
 
-constexpr int kMenuMargin = 6;
+constexpr int kMenuMargin = 6;  // pixels
 
 }  // namespace
 

@@ -10,7 +10,7 @@ namespace zendor {
 namespace {
 
 // What the room has to be multiplied by so that the caption fits; 1 when it fits already. Rounding
-// can take a pixel from the room at each end, so two are added.
+// can remove a pixel from the room at each end, so two are added.
 double growthFor(int caption, int room) { return caption <= room ? 1 : (caption + 2.0) / room; }
 
 // The greatest growth that a caption in the user's font needs. Captions in a described font need
@@ -47,10 +47,11 @@ FormScale scaleOf(const QWidget& window, int frameHeight, const FormDescription&
   const double share = shareOnScreen(screen, frameHeight, description, dotsPerInch * growth);
   FormScale scale{dotsPerInch * growth * share, growth * share, share};
   // The circles of option buttons do not shrink, so their captions have to make room for them.
-  constexpr double kLeastFont = 0.1;
-  while (share < 1 && scale.userFontFactor > kLeastFont &&
+  constexpr double kLeastFactor = 0.1;
+  constexpr double kShrinkStep = 0.98;
+  while (share < 1 && scale.userFontFactor > kLeastFactor &&
          growthForCaptions(description, scale) > 1) {
-    scale.userFontFactor *= 0.98;
+    scale.userFontFactor *= kShrinkStep;
   }
   return scale;
 }

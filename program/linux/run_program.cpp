@@ -14,7 +14,7 @@ namespace zendor {
 int runProgram(char* name, SerialPort& MSComm1,
                std::function<std::string(int portNumber)> describePort) {
   // The menu stays in the window. Otherwise Qt would first ask the desktop for a menu bar of its
-  // own, and that takes a while.
+  // own, and that needs a while.
   QApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
   // The program has no command line, so Qt gets none to look for its own options in.
   int count = 1;

@@ -9,7 +9,7 @@
 namespace zendor {
 
 // Shows the window and serves it until the program ends. The name is the one that the program was
-// started by. describePort tells the device behind a port, for people, UTF-8.
+// started by.
 int runProgram(char* name, SerialPort& MSComm1,
                std::function<std::string(int portNumber)> describePort);
 
