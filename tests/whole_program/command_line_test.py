@@ -52,6 +52,11 @@ class CommandLine(unittest.TestCase):
             told = TIME.sub("", self.platform.run_command("--trace", port).stderr)
             self.assertRegex(told, rf"\A{re.escape(poll * 2)}\S+: {port}: Error: You Must Attach .*\n\Z")
 
+    def test_quotes_what_it_does_not_understand(self):
+        done = self.platform.run_command("COM\u00c4\u20ac\u0416")  # in no code page all of them
+        self.assertEqual(done.returncode, 2)
+        self.assertIn('"COM\u00c4\u20ac\u0416"', done.stderr)
+
     def test_the_simulated_pod_is_a_command_like_others(self):
         rows = [("--version", 0, VERSION, ""), ("--help", 0, "--serial-number", ""),
                 ("--unknown", 2, "", "zendor-pod-simulator: "), ("--address=256", 2, "", "0 to 255")]
