@@ -119,8 +119,8 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SETFOCUS:
       focus_.giveBack();
       return 0;
-    case WM_SIZE:  // a control could not get the focus while the window was minimised
-      if (wParam == SIZE_RESTORED) focus_.giveBack();
+    case WM_SIZE:
+      if (wParam == SIZE_RESTORED) catchUp();
       break;
     case DM_GETDEFID:
       return MAKELRESULT(IDOK, DC_HASDEFID);
@@ -139,6 +139,13 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       break;
   }
   return DefWindowProcW(window_, message, wParam, lParam);
+}
+
+// While the window was minimised, no control could get the focus or a place.
+void Win32Form::catchUp() {
+  layout_.restore();
+  focus_.giveBack();
+  tellResult();
 }
 
 void Win32Form::showResult(const std::wstring& text) {

@@ -1,5 +1,7 @@
 #include "platform/win32/win32_layout.h"
 
+#include <utility>
+
 #include "platform/win32/win32_frame.h"
 #include "platform/win32/win32_pointer.h"
 #include "platform/win32/win32_scale.h"
@@ -37,13 +39,19 @@ void FormLayout::changeDensity(LPARAM address) {
 }
 
 void FormLayout::changeFonts() {
-  layOut(atCornerOf(frame_, frameSizeFor(frame_, description_, dotsPerInch_)));
+  layOut(atCornerOf(frame_, frameSizeFor(frame_, description_, GetDpiForWindow(frame_))));
+}
+
+void FormLayout::restore() {
+  if (std::exchange(isOutOfDate_, false)) changeFonts();
 }
 
 // SetWindowPos may bring the window to a screen of another density. Windows then tells the change
 // from within that call, and this function is called again. So the controls are laid out by the
-// density and the room that there are after the call.
+// density and the room that there are after the call. A minimised window has no room.
 void FormLayout::layOut(const RECT& place) {
+  isOutOfDate_ = IsIconic(frame_) != FALSE;
+  if (isOutOfDate_) return;
   size_ = sizeOf(place);
   dotsPerInch_ = GetDpiForWindow(frame_);
   SetWindowPos(frame_, nullptr, place.left, place.top, size_.cx, size_.cy,
