@@ -187,8 +187,10 @@ class Request(unittest.TestCase):
             user.wait_for_result()
             user.wait_until_ready()
             user.drag_over_the_right_half(user.result_place())
-            user.press("ctrl+Insert")
-            user.wait_until(lambda: user.copied() in ("34567", "4567"), "The right half copied")
+            for key in ("ctrl+Insert", "ctrl+c"):  # the selection stays as it was
+                user.copy_elsewhere("earlier")
+                user.press(key)
+                user.wait_until(lambda: user.copied() in ("34567", "4567"), "The right half copied")
             user.click_at(user.result_place(), times=2)
             user.press("shift+Tab")  # handled after the clicks, and starts at the focus
             user.wait_until_focused(BUTTON)
