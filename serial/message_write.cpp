@@ -1,10 +1,13 @@
 #include "serial/message_write.h"
 
+#include <vector>
+
 namespace zendor {
 
-// The message is a copy, because events run during the wait.
-void LL_Serial_SendMessage(SerialPort& MSComm1, const std::vector<std::uint8_t> message,
+void LL_Serial_SendMessage(SerialPort& MSComm1, std::span<const std::uint8_t> TxBuffer,
                            std::size_t& RxCount, Desktop& desktop, ErrorReports& reports) {
+  // Copied first, because events run during the wait.
+  const std::vector<std::uint8_t> message(TxBuffer.begin(), TxBuffer.end());
   while (MSComm1.bytesToSend() != 0) desktop.processEvents();
   // Discarded after the wait, so that bytes that arrived during it are discarded too.
   RxCount = 0;

@@ -3,7 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
+#include <span>
 
 #include "common/error_reports.h"
 #include "platform/desktop.h"
@@ -15,7 +15,7 @@ namespace zendor {
 // in one write. So what is received from then on is the echo of the bytes and the reply. RxCount,
 // the number of bytes received since the last write, is 0 afterwards. A refused write is reported
 // to the user and to nobody else.
-void LL_Serial_SendMessage(SerialPort& MSComm1, std::vector<std::uint8_t> message,
+void LL_Serial_SendMessage(SerialPort& MSComm1, std::span<const std::uint8_t> TxBuffer,
                            std::size_t& RxCount, Desktop& desktop, ErrorReports& reports);
 
 }  // namespace zendor
