@@ -120,7 +120,9 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       focus_.giveBack();
       return 0;
     case WM_SIZE:
-      if (wParam == SIZE_RESTORED) catchUp();
+      if (wParam != SIZE_RESTORED) break;
+      layout_.catchUp();
+      focus_.giveBack();  // no control could get the focus while the window was minimised
       break;
     case DM_GETDEFID:
       return MAKELRESULT(IDOK, DC_HASDEFID);
@@ -130,22 +132,15 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_GETDPISCALEDSIZE:
       return layout_.answerSize(LOWORD(wParam), lParam);
     case WM_DPICHANGED:
-      layout_.changeDensity(lParam);
+      layout_.followDensity(lParam);
       return 0;
     case WM_SETTINGCHANGE:
-      if (wParam == SPI_SETNONCLIENTMETRICS) layout_.changeFonts();
+      if (wParam == SPI_SETNONCLIENTMETRICS) layout_.followFonts();
       break;
     default:
       break;
   }
   return DefWindowProcW(window_, message, wParam, lParam);
-}
-
-// While the window was minimised, no control could get the focus or a place.
-void Win32Form::catchUp() {
-  layout_.restore();
-  focus_.giveBack();
-  tellResult();
 }
 
 void Win32Form::showResult(const std::wstring& text) {

@@ -57,30 +57,11 @@ SIZE frameAround(SIZE client, const FormDescription& description, UINT dotsPerIn
   return {rect.right - rect.left, rect.bottom - rect.top};
 }
 
-SIZE clientSizeOf(HWND frame) {
-  RECT rect{};
-  GetClientRect(frame, &rect);
-  return {rect.right, rect.bottom};
-}
-
 MONITORINFO screenOf(HWND frame) {
   MONITORINFO screen{};
   screen.cbSize = sizeof screen;
   GetMonitorInfoW(MonitorFromWindow(frame, MONITOR_DEFAULTTOPRIMARY), &screen);
   return screen;
-}
-
-RECT atCornerOf(HWND frame, SIZE size) {
-  RECT rect{};
-  GetWindowRect(frame, &rect);
-  return {rect.left, rect.top, rect.left + size.cx, rect.top + size.cy};
-}
-
-RECT centredOnScreen(HWND frame, SIZE size) {
-  const RECT screen = screenOf(frame).rcMonitor;
-  const LONG left = (screen.left + screen.right - size.cx) / 2;
-  const LONG top = (screen.top + screen.bottom - size.cy) / 2;
-  return {left, top, left + size.cx, top + size.cy};
 }
 
 }  // namespace zendor

@@ -16,15 +16,7 @@ void showFrame(HWND frame);
 // The size of the frame around a client area, on a screen of the given density.
 SIZE frameAround(SIZE client, const FormDescription& description, UINT dotsPerInch);
 
-SIZE clientSizeOf(HWND frame);
-
 // The screen that the frame is on.
 MONITORINFO screenOf(HWND frame);
-
-// A place of the given size whose top-left corner is that of the frame.
-RECT atCornerOf(HWND frame, SIZE size);
-
-// A place of the given size in the middle of the frame's screen.
-RECT centredOnScreen(HWND frame, SIZE size);
 
 }  // namespace zendor

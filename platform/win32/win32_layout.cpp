@@ -1,7 +1,5 @@
 #include "platform/win32/win32_layout.h"
 
-#include <utility>
-
 #include "platform/win32/win32_frame.h"
 #include "platform/win32/win32_pointer.h"
 #include "platform/win32/win32_scale.h"
@@ -11,6 +9,27 @@ namespace zendor {
 namespace {
 
 SIZE sizeOf(const RECT& rect) { return {rect.right - rect.left, rect.bottom - rect.top}; }
+
+SIZE clientSizeOf(HWND frame) {
+  RECT rect{};
+  GetClientRect(frame, &rect);
+  return {rect.right, rect.bottom};
+}
+
+// A place of the given size whose top-left corner is that of the frame.
+RECT atCornerOf(HWND frame, SIZE size) {
+  RECT rect{};
+  GetWindowRect(frame, &rect);
+  return {rect.left, rect.top, rect.left + size.cx, rect.top + size.cy};
+}
+
+// A place of the given size in the middle of the frame's screen.
+RECT centredOnScreen(HWND frame, SIZE size) {
+  const RECT screen = screenOf(frame).rcMonitor;
+  const LONG left = (screen.left + screen.right - size.cx) / 2;
+  const LONG top = (screen.top + screen.bottom - size.cy) / 2;
+  return {left, top, left + size.cx, top + size.cy};
+}
 
 }  // namespace
 
@@ -22,7 +41,7 @@ void FormLayout::centre() {
   layOut(centredOnScreen(frame_, frameSizeFor(frame_, description_, GetDpiForWindow(frame_))));
 }
 
-// Windows tells the size that the window has. Of itself, it would multiply that size by the
+// Windows tells the size that the window has. Windows alone would multiply that size by the
 // density, but not all of a form grows by the density alone. An address where another size stands
 // may come from another program, so nothing is written there.
 bool FormLayout::answerSize(UINT dotsPerInch, LPARAM address) const {
@@ -32,26 +51,28 @@ bool FormLayout::answerSize(UINT dotsPerInch, LPARAM address) const {
   return true;
 }
 
-// While the density is as it was, the message comes from another program.
-void FormLayout::changeDensity(LPARAM address) {
+// If the density is as it was, the message comes from another program.
+void FormLayout::followDensity(LPARAM address) {
   if (GetDpiForWindow(frame_) == dotsPerInch_) return;
   if (const auto suggested = valueAt<RECT>(address)) layOut(*suggested);
 }
 
-void FormLayout::changeFonts() {
-  layOut(atCornerOf(frame_, frameSizeFor(frame_, description_, GetDpiForWindow(frame_))));
+void FormLayout::followFonts() {
+  const UINT dotsPerInch = GetDpiForWindow(frame_);
+  layOut(atCornerOf(frame_, frameSizeFor(frame_, description_, dotsPerInch)));
 }
 
-void FormLayout::restore() {
-  if (std::exchange(isOutOfDate_, false)) changeFonts();
+void FormLayout::catchUp() {
+  if (isDue_) followFonts();
 }
 
 // SetWindowPos may bring the window to a screen of another density. Windows then tells the change
 // from within that call, and this function is called again. So the controls are laid out by the
-// density and the room that there are after the call. A minimised window has no room.
+// density and the room that there are after the call. A minimised window has no room at all, so it
+// is laid out when it is restored.
 void FormLayout::layOut(const RECT& place) {
-  isOutOfDate_ = IsIconic(frame_) != FALSE;
-  if (isOutOfDate_) return;
+  isDue_ = IsIconic(frame_) != FALSE;
+  if (isDue_) return;
   size_ = sizeOf(place);
   dotsPerInch_ = GetDpiForWindow(frame_);
   SetWindowPos(frame_, nullptr, place.left, place.top, size_.cx, size_.cy,

@@ -20,15 +20,18 @@ class FormLayout {
   // Lays the form out in the middle of the screen.
   void centre();
 
-  // For WM_GETDPISCALEDSIZE: puts the size that the window needs at the density in the place of the
-  // size at the address. Returns false when the address is not trusted.
+  // For WM_GETDPISCALEDSIZE: replaces the size at the address by the one that the window needs at
+  // the density. Returns false when the address is not trusted.
   bool answerSize(UINT dotsPerInch, LPARAM address) const;
 
   // For WM_DPICHANGED, which carries the address of the place that Windows suggests.
-  void changeDensity(LPARAM address);
+  void followDensity(LPARAM address);
 
-  // Lays the form out again where it is.
-  void changeFonts();
+  // For another message font: lays the form out again where it is.
+  void followFonts();
+
+  // For a restored window: lays the form out if that was due while the window was minimised.
+  void catchUp();
 
  private:
   void layOut(const RECT& place);
@@ -38,6 +41,7 @@ class FormLayout {
   const std::vector<Win32Control>& controls_;
   SIZE size_{};           // of the frame
   UINT dotsPerInch_ = 0;  // of the screen that the form is laid out for
+  bool isDue_ = false;    // the form is to be laid out as soon as the window is restored
   std::vector<FontHandle> fonts_;
 };
 

@@ -131,6 +131,15 @@ TEST_F(ShownForm, FollowsTheFontThatTheUserSetsMeanwhile) {
   EXPECT_EQ(sizeOf(frame).cx, size.cx);
 }
 
+TEST_F(ShownForm, IsLaidOutWhenRestoredForTheChangeThatCameWhileItWasMinimised) {
+  const RECT place = placeOf(frame), suggested = suggestedPlace(144);
+  ShowWindow(frame, SW_MINIMIZE);
+  change(144, suggested);
+  ShowWindow(frame, SW_RESTORE);
+  expectLaidOut(144, {place.left, place.top, place.left + suggested.right - suggested.left,
+                      place.top + suggested.bottom - suggested.top});
+}
+
 TEST_F(ShownForm, HasTheFocusOnTheButtonWhenABoxWasAnsweredWhileItWasMinimised) {
   form.setEnabled(kButton, false);
   const HWND box = CreateWindowExW(0, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 9, 9, frame,
