@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/shared/line_settings.h"
+#include "platform/win32/win32_line_setup.h"
 #include "platform/win32/win32_port_errors.h"
 #include "platform/win32/win32_text.h"
 
@@ -13,46 +14,8 @@ namespace zendor {
 
 namespace {
 
-constexpr DWORD kQueueSize = 4096;
 constexpr ULONGLONG kReadLimitMs = 50;
-constexpr DWORD kWriteTimeoutMs = 1000;  // the longest frame takes 270 ms at 9600 baud
-constexpr DWORD kWriteMarginMs = 200;    // in which a driver ends a write that has timed out
-
-// 8 data bits without parity and without flow control. DTR and RTS stay on, because interfaces are
-// often fed from them.
-DCB lineOf(int baud) {
-  DCB line{};
-  line.DCBlength = sizeof line;
-  line.BaudRate = static_cast<DWORD>(baud);
-  line.fBinary = TRUE;
-  line.fParity = FALSE;
-  line.fOutxCtsFlow = FALSE;
-  line.fOutxDsrFlow = FALSE;
-  line.fDtrControl = DTR_CONTROL_ENABLE;
-  line.fDsrSensitivity = FALSE;
-  line.fTXContinueOnXoff = TRUE;
-  line.fOutX = FALSE;
-  line.fInX = FALSE;
-  line.fErrorChar = FALSE;
-  line.fNull = FALSE;
-  line.fRtsControl = RTS_CONTROL_ENABLE;
-  line.fAbortOnError = FALSE;
-  line.ByteSize = 8;
-  line.Parity = NOPARITY;
-  line.StopBits = ONESTOPBIT;
-  line.XonChar = 0x11;  // flow control is off, but drivers refuse two equal characters
-  line.XoffChar = 0x13;
-  return line;
-}
-
-// A read gives the bytes that wait and ends at once. A write ends even if the bytes never leave,
-// unless the driver ignores the time-out.
-COMMTIMEOUTS timeouts() {
-  COMMTIMEOUTS result{};
-  result.ReadIntervalTimeout = MAXDWORD;
-  result.WriteTotalTimeoutConstant = kWriteTimeoutMs;
-  return result;
-}
+constexpr DWORD kWriteMarginMs = 200;  // in which a driver ends a write that has timed out
 
 // Nothing when the line is gone.
 std::optional<COMSTAT> queuesOf(HANDLE device) {
@@ -88,17 +51,8 @@ void Win32SerialPort::open() {
                                     OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
   if (handle == INVALID_HANDLE_VALUE) throw refusedOpen(name, GetLastError());
   Handle device(handle);
-  configure(handle);
+  setUpLine(handle, name, baudRateOfSettings(configuration.settings, ERROR_INVALID_PARAMETER));
   device_ = std::move(device);
-}
-
-void Win32SerialPort::configure(HANDLE device) const {
-  const std::string name = deviceName();
-  DCB line = lineOf(baudRateOfSettings(configuration.settings, ERROR_INVALID_PARAMETER));
-  SetupComm(device, kQueueSize, kQueueSize);  // a driver that refuses keeps its own queues
-  if (!SetCommState(device, &line)) throw refusedOpen(name, GetLastError());
-  COMMTIMEOUTS limits = timeouts();
-  if (!SetCommTimeouts(device, &limits)) throw refusedOpen(name, GetLastError());
 }
 
 // The close of a device cannot fail, not even when the adapter has been pulled out. It does not

@@ -45,7 +45,6 @@ class Win32SerialPort final : public SerialPort {
   DWORD outcomeOf(Transfer& write) const;
 
   std::string deviceName() const;
-  void configure(HANDLE device) const;
 
   const NameOfPort nameOfPort_;
   Handle device_;                                  // none while the port is closed
