@@ -1,10 +1,8 @@
-// The controls and the menu bar of a form as Windows' own windows.
+// The controls of a form as Windows' own windows.
 #pragma once
 
 #include <windows.h>
 
-#include <cstddef>
-#include <string>
 #include <vector>
 
 #include "platform/form.h"
@@ -27,10 +25,5 @@ std::vector<Win32Control> createControls(HWND frame, const std::vector<FormContr
 // use from then on.
 std::vector<FontHandle> layOutControls(const std::vector<Win32Control>& controls,
                                        const FormScale& scale, UINT dotsPerInch);
-
-// The window that takes the bar owns it. The menus stand in it as described.
-HMENU createMenuBar(const std::vector<FormMenu>& menus);
-
-void setMenuCaption(HMENU bar, std::size_t menu, const std::string& caption);
 
 }  // namespace zendor

@@ -6,6 +6,8 @@
 
 #include "platform/win32/win32_frame.h"
 #include "platform/win32/win32_keys.h"
+#include "platform/win32/win32_live_region.h"
+#include "platform/win32/win32_menu_bar.h"
 #include "platform/win32/win32_pointer.h"
 #include "platform/win32/win32_result_box.h"
 #include "platform/win32/win32_text.h"
@@ -153,7 +155,7 @@ void Win32Form::showResult(const std::wstring& text) {
 // the focus has gone back from the frame to a control.
 void Win32Form::tellResult() {
   if (isResultTold_ || focus_.isWithFrame()) return;
-  announceResult(resultBox_);
+  announceLiveRegion(resultBox_);
   isResultTold_ = true;
 }
 

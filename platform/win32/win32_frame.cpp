@@ -1,7 +1,7 @@
 #include "platform/win32/win32_frame.h"
 
 #include "platform/win32/resources.h"
-#include "platform/win32/win32_controls.h"
+#include "platform/win32/win32_menu_bar.h"
 #include "platform/win32/win32_text.h"
 
 namespace zendor {

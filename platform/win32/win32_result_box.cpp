@@ -83,8 +83,6 @@ void setResult(HWND box, const std::wstring& text) {
   nameLiveRegion(box, text);
 }
 
-void announceResult(HWND box) { announceLiveRegion(box); }
-
 HBRUSH colorResultBox(HDC context) {
   const COLORREF background = GetSysColor(COLOR_HIGHLIGHTTEXT);
   const Rgb text = readableOn(rgbOf(background), rgbOf(GetSysColor(COLOR_WINDOWTEXT)));

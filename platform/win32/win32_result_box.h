@@ -16,11 +16,9 @@ namespace zendor {
 // that copies the same.
 HWND createResultBox(HWND frame, const FormControl& description);
 
-// Shows the text, which screen readers can read from then on.
+// Shows the text, which screen readers can read from then on. The box is a live region, so
+// announceLiveRegion has the text spoken.
 void setResult(HWND box, const std::wstring& text);
-
-// Has screen readers speak the text.
-void announceResult(HWND box);
 
 // For the box's WM_CTLCOLORSTATIC, which comes to the frame: sets the colours of the text and
 // returns the brush of the background.
