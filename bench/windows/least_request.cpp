@@ -17,15 +17,14 @@ bool configure(HANDLE line) {
          SetCommTimeouts(line, &timeouts);
 }
 
-bool exchange(HANDLE line, const Exchange& exchange) {
+bool exchange(HANDLE line, const Exchange& each) {
   DWORD count = 0;
-  if (!WriteFile(line, exchange.frame.data(), static_cast<DWORD>(exchange.frame.size()), &count,
-                 nullptr)) {
+  if (!WriteFile(line, each.frame.data(), static_cast<DWORD>(each.frame.size()), &count, nullptr)) {
     return false;
   }
   std::array<std::uint8_t, 64> received{};
-  return ReadFile(line, received.data(), static_cast<DWORD>(exchange.answer), &count, nullptr) &&
-         count == exchange.answer;
+  return ReadFile(line, received.data(), static_cast<DWORD>(each.answer), &count, nullptr) &&
+         count == each.answer;
 }
 
 }  // namespace

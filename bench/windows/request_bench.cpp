@@ -25,8 +25,8 @@ namespace {
 using Time = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
-// Wine does not implement the calls that tell these two numbers, so the handles are tried one by
-// one, and the GDI objects are counted in the table that a process has of them.
+// Wine does not implement the calls that tell how many handles and GDI objects a process has. So
+// the handles are tried one by one, and the GDI objects are counted in the process's table of them.
 int handles() {
   int count = 0;
   DWORD flags = 0;

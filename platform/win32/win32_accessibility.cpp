@@ -1,6 +1,6 @@
 #include "platform/win32/win32_accessibility.h"
 
-// The compiler's library has the service by this name, but its header declares another name.
+// The compiler's library defines the service under this name, but the header declares another one.
 extern "C" const CLSID CLSID_AccPropServices;
 
 namespace zendor {

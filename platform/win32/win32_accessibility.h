@@ -1,9 +1,8 @@
 // The service of Windows that tells screen readers more about a window than the window itself does.
 #pragma once
 
-#include <windows.h>
-// This needs windows.h before it.
 #include <oleacc.h>
+#include <windows.h>
 
 #include <memory>
 
@@ -14,7 +13,7 @@ struct ReleaseServices {
 };
 using PropertyServices = std::unique_ptr<IAccPropServices, ReleaseServices>;
 
-// The part of a window that its properties belong to.
+// Screen readers ask this part of a window for the properties of the window.
 inline constexpr auto kClient = static_cast<DWORD>(OBJID_CLIENT);
 
 // Null where Windows lacks the service, or where the thread has not initialised COM.

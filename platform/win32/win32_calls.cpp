@@ -11,8 +11,8 @@ constexpr DWORD kWakeAgainMs = 1000;
 
 // An Escape ends the loop that Windows runs for a move, even while that loop still waits for the
 // first move after a press on the title bar. The window itself does nothing on Escape. The form's
-// own loop needs the Escape, too: a message that is sent, as the one that wakes, does not return
-// from GetMessage, but one that is posted does. The loop then runs the modal function.
+// own loop needs the Escape, too. GetMessage does not return for a message that is sent, such as
+// the one that wakes. It returns for the posted Escape, and the loop then runs the modal function.
 void endModes(HWND window) {
   SendMessageW(window, WM_CANCELMODE, 0, 0);
   EndMenu();

@@ -14,7 +14,7 @@ namespace zendor {
 // One other thread calls, and its calls run in their order. They wait in a queue. The message that
 // wakes the window's thread carries nothing, so that another program may send the same message at
 // any time, and a call whose message is lost runs with the next one. Only the other thread may wait
-// for a call. The window's thread would wait for itself.
+// for a call: one at a time can wait, and the window's thread would wait for its own loop.
 class WindowCalls {
  public:
   using Function = std::function<void()>;
@@ -31,7 +31,7 @@ class WindowCalls {
   // Like call, but returns when the function has run.
   void callAndWait(const Function& function);
 
-  // Like callAndWait, for a function that shows a window and serves it: an open menu is closed
+  // Like callAndWait, for a function that shows and serves a box of its own. An open menu is closed
   // first, and a move of the window is given up.
   void callModal(const Function& function);
 
@@ -51,7 +51,7 @@ class WindowCalls {
   const HWND window_;
   std::mutex mutex_;
   std::deque<Function> waiting_;     // guarded by the mutex
-  const Function* modal_ = nullptr;  // belongs to the window's thread
+  const Function* modal_ = nullptr;  // used on the window's thread alone
   Handle done_;
 };
 

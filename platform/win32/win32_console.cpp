@@ -25,7 +25,7 @@ ReadableOnConsole::int_type ReadableOnConsole::overflow(int_type character) {
   return xsputn(&single, 1) == 1 ? traits_type::not_eof(character) : traits_type::eof();
 }
 
-// Every text comes whole, because nothing is kept back here.
+// Every text comes whole, because there is no buffer before this.
 std::streamsize ReadableOnConsole::xsputn(const char* text, std::streamsize size) {
   const std::wstring wide = wideFromUtf8({text, static_cast<std::size_t>(size)});
   DWORD written = 0;

@@ -49,26 +49,26 @@ HWND createControl(HWND frame, const FormControl& control, DWORD groupStyle) {
   return nullptr;
 }
 
-bool takesKeyboard(const FormControl& control) {
+bool acceptsKeys(const FormControl& control) {
   return control.kind == ControlKind::OptionButton || control.kind == ControlKind::PushButton;
 }
 
-// Labels come first and in the order of the description, because a label names the box after it;
-// then, by the tab index, what takes the keyboard.
+// Labels and the result box come first and in the order of the description, because a label names
+// the box after it. Then comes, by the tab index, what accepts keys.
 std::vector<Win32Control> creationOrder(const std::vector<FormControl>& controls) {
   std::vector<Win32Control> order;
   order.reserve(controls.size());
   for (const FormControl& control : controls) order.push_back({control});
   std::ranges::stable_sort(order, {}, [](const Win32Control& control) {
-    return takesKeyboard(control) ? control.tabIndex : -1;
+    return acceptsKeys(control) ? control.tabIndex : -1;
   });
   return order;
 }
 
 }  // namespace
 
-// The arrow keys move within a group. A group ends where the next one starts, so every control but
-// the later option buttons starts one.
+// The arrow keys move within a group. A group ends where the next one starts, so every control
+// starts one, except an option button that follows another.
 std::vector<Win32Control> createControls(HWND frame, const std::vector<FormControl>& controls) {
   const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&classes);
@@ -88,7 +88,7 @@ std::vector<FontHandle> layOutControls(const std::vector<Win32Control>& controls
   for (const Win32Control& control : controls) {
     const PixelRect place = pixelsFromTwips(control.rect, scale.dotsPerInch);
     fonts.push_back(control.font ? describedFont(*control.font, scale.dotsPerInch)
-                                 : messageFont(scale.messageFont, dotsPerInch));
+                                 : messageFont(scale.messageFontFactor, dotsPerInch));
     SendMessageW(control.window, WM_SETFONT, reinterpret_cast<WPARAM>(fonts.back().get()), FALSE);
     SetWindowPos(control.window, nullptr, place.left, place.top, place.width, place.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);

@@ -42,7 +42,7 @@ MessageAnswer Win32Desktop::showMessage(const Message& message) {
 
 void Win32Desktop::processEvents() { SwitchToThread(); }
 
-// An ordinary exit would have the libraries clean up, in locks that the other thread may hold.
+// An ordinary exit would have the libraries clean up, under locks that the other thread may hold.
 void Win32Desktop::endProcess() { TerminateProcess(GetCurrentProcess(), EXIT_SUCCESS); }
 
 }  // namespace zendor

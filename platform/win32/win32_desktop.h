@@ -1,5 +1,5 @@
-// Message boxes, the pending events and the end of the program, for one window. Its own thread
-// serves that window, so that there are no pending events to handle.
+// Message boxes, the pending events and the end of the program, for one window. A thread of its own
+// serves that window, so there are no pending events to handle.
 #pragma once
 
 #include "platform/desktop.h"

@@ -10,7 +10,7 @@ void FormFocus::note() {
   if (focus != resultBox_ && IsChild(frame_, focus)) control_ = focus;
 }
 
-// No child of a minimised frame can get the focus.
+// Does nothing while the frame is minimised, because none of its children can get the focus then.
 void FormFocus::giveBack() const {
   if (isWithFrame() && IsWindowEnabled(control_)) SetFocus(control_);
 }

@@ -82,7 +82,7 @@ std::optional<int> Win32Form::selectedIndex(std::string_view array) {
   return selected;
 }
 
-// The first messages come before the constructor has put the form in its window.
+// The first messages come before the constructor has put the form's address into the window.
 LRESULT CALLBACK Win32Form::windowProcedure(HWND window, UINT message, WPARAM wParam,
                                             LPARAM lParam) {
   auto* const form = pointerIn<Win32Form*>(GetWindowLongPtrW(window, GWLP_USERDATA));
@@ -107,7 +107,7 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_CONTEXTMENU:
       if (lParam != -1) break;  // without a place, a key asks for the window's only context menu
-      focus_.note();            // because the result box takes the focus for its menu
+      focus_.note();            // because the result box gets the focus for its menu
       return SendMessageW(resultBox_, message, reinterpret_cast<WPARAM>(resultBox_), lParam);
     case WM_CLOSE:
       if (events_ != nullptr) events_->Form_Unload();
@@ -115,7 +115,7 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_ACTIVATE:
       if (LOWORD(wParam) == WA_INACTIVE) focus_.note();
       break;
-    case WM_PARENTNOTIFY:  // the mouse is pressed on a control, which may take the focus for it
+    case WM_PARENTNOTIFY:  // the mouse is pressed on a control, which may get the focus
       focus_.note();
       break;
     case WM_SETFOCUS:
@@ -169,8 +169,8 @@ void Win32Form::noteClick(HWND window) {
   SetEvent(clickNoted_.get());
 }
 
-// The click is taken in a call, because calls are served in their order: first those of the click
-// before, one of which may have disabled the button and dropped this click.
+// The click is taken in a call, because calls run in their order. First come those of the click
+// before, and one of them may have disabled the button and dropped this click.
 void Win32Form::raiseClicks() {
   for (;;) {
     WaitForSingleObject(clickNoted_.get(), INFINITE);

@@ -17,15 +17,15 @@
 
 namespace zendor {
 
-// Two threads. The window belongs to the thread that makes and runs the form and does nothing but
-// serve it. While a menu is open or the title bar is held, Windows runs a loop of its own. A
-// request on the window's thread would freeze in that loop, and a slow driver would freeze the
-// window. So clicks are raised on a second thread. (A fiber in place of the second thread could run
-// in those loops only as often as a timer fires, and a slow driver would freeze the window all the
-// same.)
+// Two threads. The window belongs to the thread that makes and runs the form. That thread does
+// nothing but serve the window. While a menu is open or the title bar is held, Windows runs a loop
+// of its own. A request on the window's thread would freeze in that loop, and a slow driver would
+// freeze the window. So clicks are raised on a second thread. (A fiber in place of the second
+// thread could run in those loops only as often as a timer fires. A slow driver would freeze the
+// window all the same.)
 //
-// The members that change are used on the window's thread alone. Form_Unload is raised on that
-// thread, even while a click is being served on the other one.
+// The members that change after run() has begun are used on the window's thread alone. Form_Unload
+// is raised on that thread, even while a click is being served on the other one.
 class Win32Form final : public Form {
  public:
   explicit Win32Form(FormDescription description);
@@ -65,7 +65,7 @@ class Win32Form final : public Form {
   bool isResultTold_ = true;  // to screen readers
 
   const Win32Control* pendingClick_ = nullptr;  // the click on it is still to be raised
-  const Handle clickNoted_{CreateEventW(nullptr, FALSE, FALSE, nullptr)};  // wakes who raises it
+  const Handle clickNoted_{CreateEventW(nullptr, FALSE, FALSE, nullptr)};  // wakes raiseClicks
 };
 
 }  // namespace zendor

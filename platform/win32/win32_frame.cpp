@@ -44,8 +44,8 @@ HWND createFrame(const FormDescription& description, WNDPROC procedure) {
   return frame;
 }
 
-// The first call follows the shortcut that has started the program, whatever the call asks for. A
-// shortcut may ask for a maximised window, but the frame has a fixed size.
+// The first ShowWindow of a program follows the shortcut that has started the program, whatever the
+// call asks for. A shortcut may ask for a maximised window, but the frame has a fixed size.
 void showFrame(HWND frame) {
   ShowWindow(frame, SW_SHOWNORMAL);
   if (IsZoomed(frame)) ShowWindow(frame, SW_SHOWNORMAL);

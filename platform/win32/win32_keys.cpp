@@ -2,6 +2,8 @@
 
 #include <iterator>
 
+#include "platform/win32/win32_pointer.h"
+
 namespace zendor {
 
 namespace {
@@ -13,15 +15,14 @@ bool isRepeat(const MSG& message) {
 
 // Windows asks this about each message in the loop of a message box. "True" drops the message.
 LRESULT CALLBACK dropRepeats(int code, WPARAM wParam, LPARAM lParam) {
-  const auto* const message =
-      reinterpret_cast<const MSG*>(lParam);  // NOLINT(performance-no-int-to-ptr)
-  if (code == MSGF_DIALOGBOX && isRepeat(*message)) return TRUE;
+  if (code == MSGF_DIALOGBOX && isRepeat(*pointerIn<const MSG*>(lParam))) return TRUE;
   return CallNextHookEx(nullptr, code, wParam, lParam);
 }
 
 }  // namespace
 
 HACCEL createKeys() {
+  constexpr WORD kCopy = LOWORD(kCopyByKey);
   ACCEL keys[] = {{FVIRTKEY | FCONTROL, 'C', kCopy}, {FVIRTKEY | FCONTROL, VK_INSERT, kCopy}};
   return CreateAcceleratorTableW(keys, std::size(keys));
 }

@@ -6,8 +6,7 @@
 namespace zendor {
 
 // The parameter of the WM_COMMAND by which Ctrl+C and Ctrl+Insert ask for a copy of the result.
-inline constexpr WORD kCopy = 1;
-inline constexpr WPARAM kCopyByKey = MAKEWPARAM(kCopy, 1);  // 1 says that a key asks
+inline constexpr WPARAM kCopyByKey = MAKEWPARAM(1, 1);  // command 1, by a key
 
 // The table of these keys, which exists as long as the program.
 HACCEL createKeys();

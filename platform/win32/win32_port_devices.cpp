@@ -29,7 +29,7 @@ std::wstring portNameOf(const Devices& devices, SP_DEVINFO_DATA& device) {
   return name;
 }
 
-// What the device behind the port calls itself; empty when Windows does not know.
+// The name that Windows has for the device behind the port; empty when there is none.
 std::string productOf(const std::wstring& portName) {
   const Devices devices(
       SetupDiGetClassDevsW(&GUID_DEVCLASS_PORTS, nullptr, nullptr, DIGCF_PRESENT));
@@ -39,8 +39,8 @@ std::string productOf(const std::wstring& portName) {
     if (portNameOf(devices, device) != portName) continue;
     wchar_t product[MAX_PATH] = L"";
     SetupDiGetDeviceRegistryPropertyW(devices.get(), &device, SPDRP_DEVICEDESC, nullptr,
-                                      reinterpret_cast<BYTE*>(product), sizeof product - 2,
-                                      nullptr);
+                                      reinterpret_cast<BYTE*>(product),
+                                      sizeof product - sizeof *product, nullptr);
     return utf8FromWide(product);
   }
   return {};

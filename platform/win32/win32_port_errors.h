@@ -1,5 +1,5 @@
 // The refusals of Windows in words: the system's own text, and what a person can do where that text
-// leaves it open.
+// does not say so.
 #pragma once
 
 #include <windows.h>

@@ -11,8 +11,8 @@ namespace zendor {
 
 namespace {
 
-constexpr UINT_PTR kLook = 1;     // the timer of a look at the ports
-constexpr UINT kFirstLookMs = 1;  // a look takes longer than showing the window, so it waits
+constexpr UINT_PTR kLook = 1;             // the timer of a look at the ports
+constexpr UINT kFirstLookMs = 1;          // the window is shown first, because a look takes longer
 constexpr UINT kLookAfterChangeMs = 300;  // Windows tells of one adapter in several messages
 
 bool isOptionButton(HWND button) {
@@ -42,7 +42,7 @@ void Win32PortTips::findChoices() {
   }
 }
 
-// The tooltips ask the window for their text whenever one is to be shown.
+// A tooltip asks the window for its text whenever the tooltip is to be shown.
 void Win32PortTips::addTips() {
   const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_BAR_CLASSES};
   InitCommonControlsEx(&classes);
@@ -80,10 +80,10 @@ LRESULT CALLBACK Win32PortTips::windowProcedure(HWND window, UINT message, WPARA
 void Win32PortTips::refresh() {
   int number = 0;
   for (Choice& choice : choices_) {
-    std::wstring port = wideFromUtf8(describePort_(++number));
-    if (port == choice.port) continue;
-    choice.port = std::move(port);
-    describe(choice.button, choice.port);
+    std::wstring text = wideFromUtf8(describePort_(++number));
+    if (text == choice.told) continue;
+    choice.told = std::move(text);
+    describe(choice.button, choice.told);
   }
 }
 
@@ -94,7 +94,7 @@ void Win32PortTips::fill(NMTTDISPINFOW& tip) {
     return reinterpret_cast<UINT_PTR>(candidate.button) == tip.hdr.idFrom;
   });
   if (choice == choices_.end()) return;
-  shown_ = choice->port;
+  shown_ = choice->told;
   tip.lpszText = shown_.data();
 }
 

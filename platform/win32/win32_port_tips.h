@@ -1,5 +1,5 @@
 // Tells which device is behind each option button of a window, in the button's tooltip and, for
-// screen readers, in its description. Both change when an adapter is plugged in or out.
+// screen readers, in the button's description. Both change when an adapter is plugged in or out.
 #pragma once
 
 #include <windows.h>
@@ -26,7 +26,7 @@ class Win32PortTips final {
  private:
   struct Choice {
     HWND button = nullptr;
-    std::wstring port = {};  // what was told last
+    std::wstring told = {};  // the last description of its port
   };
 
   static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,

@@ -26,12 +26,12 @@ SIZE captionSize(const std::string& caption, HFONT font) {
 // At least 1. A caption in a described font needs nothing, because that font grows with the room of
 // its control.
 double growthForMessageFont(const FormDescription& description, UINT dotsPerInch) {
+  const FontHandle font = messageFont(1, dotsPerInch);
   double growth = 1;
   for (const FormControl& control : description.controls) {
     if (control.font) continue;
-    const FontHandle font = messageFont(1, dotsPerInch);
     SIZE needed = captionSize(control.caption, font.get());
-    // The circle of an option button and the gap behind the circle together are less wide than one
+    // The circle of an option button and the gap after the circle together are less wide than one
     // and a half lines are high.
     if (control.kind == ControlKind::OptionButton) needed.cx += needed.cy + needed.cy / 2;
     const PixelRect room = pixelsFromTwips(control.rect, dotsPerInch);

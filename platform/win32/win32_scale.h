@@ -8,12 +8,12 @@
 namespace zendor {
 
 struct FormScale {
-  double dotsPerInch = 0;  // of the places, the sizes and the described fonts
-  double messageFont = 0;  // what the size of the user's message font is multiplied by
+  double dotsPerInch = 0;        // of the places, the sizes and the described fonts
+  double messageFontFactor = 0;  // of the size of the user's message font
 };
 
 // The density of a screen, times what the captions in the message font need: one factor for the
-// whole form, so that a large font makes the form grow. A form that would not fit into the room for
+// whole form, so a large font makes the form grow. A form that would not fit into the room for
 // its client area is shrunk as a whole, the message font too.
 FormScale scaleFor(const FormDescription& description, UINT dotsPerInch, SIZE room);
 

@@ -55,8 +55,8 @@ void Win32SerialPort::open() {
   device_ = std::move(device);
 }
 
-// The close of a device cannot fail, not even when the adapter has been pulled out. It does not
-// wait for a write.
+// The close of a device cannot fail, not even when the adapter has been pulled out. A write that is
+// under way is not waited for.
 void Win32SerialPort::close() {
   cancelWrites();
   failure_ = ERROR_SUCCESS;
@@ -71,8 +71,7 @@ void Win32SerialPort::cancelWrites() {
   writes_.clear();
 }
 
-// The driver may use the memory of a transfer until the transfer has ended. So the memory of a
-// transfer that has not ended is never freed.
+// The memory of a transfer that has not ended is never freed.
 void Win32SerialPort::leaveToDriver(std::unique_ptr<Transfer> transfer) {
   if (!HasOverlappedIoCompleted(&transfer->state)) static_cast<void>(transfer.release());
 }
@@ -83,8 +82,8 @@ std::size_t Win32SerialPort::bytesWaiting() {
 }
 
 // Because of the time-outs a driver answers at once, though it may do so after ReadFile has
-// returned. But a driver can leave the read pending when the counted bytes are gone, so a read that
-// takes too long is cancelled. The bytes that it has taken until then are given all the same.
+// returned. But a driver can leave the read pending when the bytes that it counted are gone, so a
+// read that takes too long is cancelled. The bytes read until then are given all the same.
 std::span<const std::uint8_t> Win32SerialPort::readAll() {
   received_.clear();
   auto read = std::make_unique<Transfer>();

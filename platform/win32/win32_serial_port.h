@@ -15,7 +15,7 @@ namespace zendor {
 
 class Win32SerialPort final : public SerialPort {
  public:
-  // The name of a port, "COM1". Asked at every open.
+  // The name of a port, such as "COM1".
   using NameOfPort = std::function<std::string(int portNumber)>;
 
   explicit Win32SerialPort(NameOfPort nameOfPort);

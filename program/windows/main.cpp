@@ -1,7 +1,6 @@
 // The composition root of the Windows program.
-#include <windows.h>
-// This needs windows.h before it.
 #include <objbase.h>
+#include <windows.h>
 
 #include "app/frm_startup.h"
 #include "platform/shared/steady_clock.h"

@@ -1,8 +1,8 @@
 // Prints "focus" each time the keyboard focus moves to a control, and "told" with the text of every
 // live region that a program announces, as accessibility shows the text to other programs, until
-// somebody ends this listener. Its first line says that it listens. The text is the value of the
-// region. Its name cannot be heard under Wine, because Wine takes no name for a window from a
-// program.
+// somebody ends this listener. The first line says that it listens. The text is the value of the
+// region. The region's name cannot be heard under Wine, because Wine accepts no name for a window
+// from a program.
 #include <oleacc.h>
 #include <windows.h>
 

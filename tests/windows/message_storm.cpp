@@ -1,6 +1,6 @@
 // Posts as many random messages to the program's window as the argument says, as any program of the
 // same user can. It leaves out the messages that no window withstands: those that close the window,
-// and those whose parameters Windows itself takes for pointers.
+// and those whose parameters Windows itself uses as pointers.
 #include <windows.h>
 
 #include <cstdio>

@@ -12,7 +12,7 @@ from captions import BUTTON
 from platform_under_test import Pod, this_platform
 from simulated_pod import WHOLE_REQUEST
 
-REQUESTS = 20  # at least, because the messages must find requests as long as they come
+REQUESTS = 20  # at least; more are made as long as the messages come
 
 
 class Messages(unittest.TestCase):

@@ -62,7 +62,7 @@ class ProgramFile(unittest.TestCase):
             for text in f"FileVersion\0\0{VERSION}\0", f"OriginalFilename\0{program.name}\0":
                 self.assertTrue(text.encode("utf-16-le") in data, text)
 
-    def test_is_carried_away_with_a_few_words(self):
+    def test_comes_in_an_archive_with_two_documents(self):
         with zipfile.ZipFile(next(BUILD.glob("*.zip"))) as archive:
             names = {pathlib.PurePath(name).name for name in archive.namelist()}
         self.assertEqual(names, {PROGRAM.name, COMMAND.name, "README.txt", "COPYRIGHT.txt"})

@@ -1,5 +1,5 @@
-// The calls into the window of the Windows program, its message boxes, answered by another thread
-// as by a user, and the texts on a console.
+// The calls into the window of the Windows program, the message boxes, which another thread answers
+// as a user would, and the texts on a console.
 #include <gtest/gtest.h>
 #include <windows.h>
 // This needs windows.h before it.

@@ -41,7 +41,7 @@ struct Read {
   DWORD given = 0;
   int looks = 0;  // until the read ends by itself
   bool begins = true;
-  bool takesCancel = true;
+  bool endsWhenCancelled = true;
 };
 
 struct Driver {
@@ -147,7 +147,7 @@ TEST_F(Win32DriverTest, ReadsWithoutWaitingForEverWhateverTheDriverDoes) {
        .expected = 0,
        .given = 2,
        .looks = kNever,
-       .takesCancel = false},
+       .endsWhenCancelled = false},
       {.name = "an impossible count", .expected = 4096, .counted = MAXDWORD, .given = 4096},
   };
   for (const Read& row : rows) {
@@ -156,7 +156,8 @@ TEST_F(Win32DriverTest, ReadsWithoutWaitingForEverWhateverTheDriverDoes) {
     EXPECT_EQ(port.readAll().size(), row.expected) << row.name;
     EXPECT_LE(driver.asked, 4096U) << row.name;
     EXPECT_LT(driver.ticks, 150U) << row.name;
-    if (row.takesCancel) continue;  // else the driver may still write there
+    if (row.endsWhenCancelled) continue;
+    // The driver may still write into the read that it has not ended.
     EXPECT_EQ(driver.read->Internal, kPending);
     EXPECT_EQ(driver.store[4], 0);
   }
@@ -221,8 +222,8 @@ TEST_F(Win32DriverTest, LeavesAWriteToTheDriverUntilItHasDoneWithIt) {
 
 }  // namespace
 
-// A program calls the functions that it imports from Windows through these pointers, so that this
-// file can put functions of its own there.
+// A program calls the functions that it imports from Windows through these pointers, so this file
+// can put functions of its own there.
 // NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 decltype(&CreateFileW) __imp_CreateFileW = [](auto, auto access, auto sharing, auto, auto creation,
@@ -275,7 +276,7 @@ decltype(&GetTickCount64) __imp_GetTickCount64 = [] {
 };
 decltype(&CancelIoEx) __imp_CancelIoEx = [](auto, OVERLAPPED* transfer) {
   driver.cancelled = transfer;
-  if (transfer == driver.read && driver.plan.takesCancel) {
+  if (transfer == driver.read && driver.plan.endsWhenCancelled) {
     end(transfer, kCancelled, driver.plan.given);
   }
   return TRUE;

@@ -15,7 +15,8 @@ UINT WINAPI playedDensity(HWND) { return density; }
 
 }  // namespace
 
-// The program calls Windows through this pointer, which the linker takes from here.
+// A program calls what it imports from Windows through such a pointer, so this file can put a
+// function of its own there.
 extern "C" {
 decltype(&GetDpiForWindow) __imp_GetDpiForWindow = &playedDensity;
 }
@@ -43,6 +44,7 @@ class ShownForm : public testing::Test {
   ~ShownForm() override {
     SetWindowLongPtrW(frame, GWLP_USERDATA, 0);
     DestroyWindow(frame);
+    density = 96;
   }
 
   // As Windows does: asks for the size at the density, and suggests a place of that size.
@@ -64,7 +66,6 @@ class ShownForm : public testing::Test {
     EXPECT_LE(placeOf(button).bottom, place.bottom);
   }
 
-  const UINT before = density = 96;
   Win32Form form{frmStartup::description()};
   const HWND frame = form.calls().window();
   const HWND button = FindWindowExW(frame, nullptr, L"Button", L"Get Serial Number");

@@ -22,7 +22,7 @@ class Win32LineTest : public testing::Test {
     port.configuration.settings = "9600,N,8,1";
   }
 
-  void waitUntilWaiting(std::size_t count) {
+  void awaitBytes(std::size_t count) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
     while (port.bytesWaiting() < count && std::chrono::steady_clock::now() < end) Sleep(1);
     ASSERT_EQ(port.bytesWaiting(), count);
@@ -37,13 +37,13 @@ TEST_F(Win32LineTest, CarriesEveryByteValueGivesAllThatWaitsAtOnceAndDiscardsIt)
   port.open();
   EXPECT_TRUE(port.readAll().empty());
   port.write(everyValue);
-  waitUntilWaiting(everyValue.size());
+  awaitBytes(everyValue.size());
   const auto read = port.readAll();
   EXPECT_EQ(Bytes(read.begin(), read.end()), everyValue);
   EXPECT_EQ(port.bytesWaiting(), 0U);
   EXPECT_EQ(port.bytesToSend(), 0U);
   port.write(everyValue);
-  waitUntilWaiting(everyValue.size());
+  awaitBytes(everyValue.size());
   port.discardWaiting();
   EXPECT_EQ(port.bytesWaiting(), 0U);
 }

@@ -1,8 +1,8 @@
-// What screen readers are told of the choices, because Wine takes no description from a program.
+// What screen readers are told of the choices. The test plays the service of Windows that tells
+// them, because Wine accepts no description from a program.
 #include "platform/win32/win32_port_tips.h"
 
 #include <gtest/gtest.h>
-// This needs windows.h before it.
 #include <objbase.h>
 
 #include "platform/win32/win32_text.h"
@@ -54,7 +54,8 @@ TEST(Win32PortTips, DescribeEveryChoiceAndThenOnlyWhatHasChanged) {
 
 }  // namespace
 
-// A program calls what it imports from Windows through these pointers.
+// A program calls what it imports from Windows through such a pointer, so this file can put a
+// function of its own there.
 extern "C" {
 // NOLINTNEXTLINE(bugprone-reserved-identifier)
 decltype(&CoCreateInstance) __imp_CoCreateInstance = [](const auto&, auto, auto, const auto&,
