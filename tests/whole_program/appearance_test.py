@@ -46,7 +46,7 @@ class Appearance(unittest.TestCase):
                     result = user.wait_for_result()
                     user.wait_until_ready()
                     user.click(OPTIONS[1])  # removes the focus frame from the button
-                    user.point_at(user.place(HEADING))  # removes the tooltip
+                    user.point_at(user.place(HEADING))  # no tooltip covers the texts
                     density = self.density_for_font(user, **settings)
                     self.assert_layout(user, density)
                     self.assert_texts(user, result, density)

@@ -18,6 +18,7 @@ UINT WINAPI playedDensity(HWND) { return density; }
 // A program calls what it imports from Windows through such a pointer, so this file can put a
 // function of its own there.
 extern "C" {
+// NOLINTNEXTLINE(bugprone-reserved-identifier)
 decltype(&GetDpiForWindow) __imp_GetDpiForWindow = &playedDensity;
 }
 
@@ -41,7 +42,7 @@ SIZE sizeOf(HWND window) {
 class ShownForm : public testing::Test {
  protected:
   ShownForm() { ShowWindow(frame, SW_SHOWNORMAL); }
-  ~ShownForm() override {
+  void TearDown() override {
     SetWindowLongPtrW(frame, GWLP_USERDATA, 0);
     DestroyWindow(frame);
     density = 96;
