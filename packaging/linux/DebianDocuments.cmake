@@ -3,7 +3,8 @@
 # would differ from run to run.
 file(GLOB folders ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*/usr/share/doc/*)
 foreach(folder IN LISTS folders)
-  file(COPY ${CMAKE_CURRENT_LIST_DIR}/changelog DESTINATION ${folder})
+  file(COPY ${CMAKE_CURRENT_LIST_DIR}/changelog DESTINATION ${folder}
+       FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 endforeach()
 file(GLOB documents ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*/usr/share/doc/*/changelog
                     ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*/usr/share/man/man1/*.1)
