@@ -17,11 +17,12 @@ std::string textOf(HWND window, LONG object, LONG child) {
   IAccessible* region = nullptr;
   VARIANT self{};
   BSTR text = nullptr;
-  if (AccessibleObjectFromEvent(window, object, child, &region, &self) == S_OK) {
+  if (AccessibleObjectFromEvent(window, static_cast<DWORD>(object), static_cast<DWORD>(child),
+                                &region, &self) == S_OK) {
     region->get_accValue(self, &text);
     region->Release();
   }
-  const std::string result = text != nullptr ? zendor::utf8FromWide(text) : "no text";
+  std::string result = text != nullptr ? zendor::utf8FromWide(text) : "no text";
   SysFreeString(text);
   return result;
 }

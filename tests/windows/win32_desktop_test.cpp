@@ -13,6 +13,7 @@
 
 #include "platform/win32/win32_console.h"
 #include "platform/win32/win32_desktop.h"
+#include "platform/win32/win32_pointer.h"
 #include "platform/win32/win32_text.h"
 
 namespace zendor {
@@ -38,7 +39,7 @@ bool losesNextMessage = false;
 LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                            DWORD_PTR calls) {
   if (message == WM_APP && std::exchange(losesNextMessage, false)) return 0;
-  if (reinterpret_cast<WindowCalls*>(calls)->runWaiting(message)) return 0;
+  if (pointerIn<WindowCalls*>(calls)->runWaiting(message)) return 0;
   return DefSubclassProc(window, message, wParam, lParam);
 }
 

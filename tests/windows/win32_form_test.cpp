@@ -73,7 +73,7 @@ class ShownForm : public testing::Test {
 };
 
 TEST_F(ShownForm, GrowsWithTheDensityIntoThePlaceThatWindowsSuggests) {
-  for (const UINT dotsPerInch : {144, 192, 96}) {
+  for (const UINT dotsPerInch : {144U, 192U, 96U}) {
     RECT place = suggestedPlace(dotsPerInch);
     place.right += 9;  // whatever Windows may have in mind
     change(dotsPerInch, place);
