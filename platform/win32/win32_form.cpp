@@ -125,6 +125,7 @@ LRESULT Win32Form::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       if (wParam != SIZE_RESTORED) break;
       layout_.catchUp();
       focus_.giveBack();  // no control could get the focus while the window was minimised
+      tellResult();
       break;
     case DM_GETDEFID:
       return MAKELRESULT(IDOK, DC_HASDEFID);
