@@ -27,6 +27,7 @@ class PortTips(unittest.TestCase):
                 user.point_at(user.place(OPTIONS[0]))
                 user.wait_until(lambda: user.has_tooltip(f"COM1, {name}"), name)
                 user.point_at(user.place(BUTTON))
+                user.wait_until(lambda: not user.has_tooltip(f"COM1, {name}"), f"{name} gone")
 
 
 if __name__ == "__main__":
