@@ -11,9 +11,10 @@ namespace zendor {
 
 namespace {
 
-constexpr UINT_PTR kLook = 1;             // the timer of a look at the ports
-constexpr UINT kFirstLookMs = 1;          // the window is shown first, because a look takes longer
-constexpr UINT kLookAfterChangeMs = 300;  // Windows tells of one adapter in several messages
+constexpr UINT_PTR kLook = 1;  // the timer of a look at the ports
+// The window is drawn before the first look, because a look takes longer. Windows tells of one
+// adapter in several messages, and one look follows them all.
+constexpr UINT kDelayOfLookMs = 300;
 
 bool isOptionButton(HWND button) {
   return (GetWindowLongPtrW(button, GWL_STYLE) & BS_TYPEMASK) == BS_AUTORADIOBUTTON;
@@ -32,7 +33,7 @@ Win32PortTips::Win32PortTips(HWND window, DescribePort describePort)
   findChoices();
   addTips();
   SetWindowSubclass(window_, &windowProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
-  SetTimer(window_, kLook, kFirstLookMs, nullptr);
+  SetTimer(window_, kLook, kDelayOfLookMs, nullptr);
 }
 
 void Win32PortTips::findChoices() {
@@ -68,7 +69,7 @@ LRESULT CALLBACK Win32PortTips::windowProcedure(HWND window, UINT message, WPARA
       self.fill(*pointerIn<NMTTDISPINFOW*>(lParam));
     }
   } else if (message == WM_DEVICECHANGE) {
-    SetTimer(window, kLook, kLookAfterChangeMs, nullptr);
+    SetTimer(window, kLook, kDelayOfLookMs, nullptr);
   } else if (message == WM_TIMER && wParam == kLook) {
     KillTimer(window, kLook);
     self.refresh();
