@@ -13,8 +13,9 @@ if [ ! -d "$WINEPREFIX" ]; then
 fi
 # A server of Wine without a program ends after some seconds, and refuses a program that comes at
 # that very moment. So this one stays for a minute. The services of Wine would hold the streams of
-# the first program open, so a program without streams comes first.
+# the first program open, so a program without streams comes first. If that one fails, so will the
+# command, and that tells why.
 if [ "$2" != wineserver ] && wineserver --persistent=60 </dev/null >/dev/null 2>&1; then
-  wine cmd /c exit </dev/null >/dev/null 2>&1
+  wine cmd /c exit </dev/null >/dev/null 2>&1 || true
 fi
 exec "${@:2}"

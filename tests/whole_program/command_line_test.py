@@ -40,7 +40,7 @@ class CommandLine(unittest.TestCase):
             for arguments, printed, trace in rows:
                 with self.subTest(arguments):
                     done = self.platform.run_command(*arguments)
-                    self.assertEqual(done.returncode, 0)
+                    self.assertEqual(done.returncode, 0, done.stderr)
                     self.assertRegex(done.stdout, rf"\A{printed}\Z")
                     self.assertLessEqual(max(map(len, done.stdout.splitlines())), 80)
                     self.assertEqual(TIME.sub("", done.stderr), trace)
@@ -54,7 +54,7 @@ class CommandLine(unittest.TestCase):
 
     def test_quotes_what_it_does_not_understand(self):
         done = self.platform.run_command("COM\u00c4\u20ac\u0416")  # in no code page all of them
-        self.assertEqual(done.returncode, 2)
+        self.assertEqual(done.returncode, 2, done.stderr)
         self.assertIn('"COM\u00c4\u20ac\u0416"', done.stderr)
 
     def test_the_simulated_pod_is_a_command_like_others(self):
@@ -79,7 +79,7 @@ class CommandLine(unittest.TestCase):
             for arguments, output, text in rows:
                 with self.subTest(arguments, output=output):
                     done = self.platform.run_command(*arguments, stdout=output)
-                    self.assertEqual(done.returncode, 1)
+                    self.assertEqual(done.returncode, 1, done.stderr)
                     self.assertIn(text, done.stderr)
 
 
