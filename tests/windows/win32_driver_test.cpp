@@ -224,7 +224,7 @@ TEST_F(Win32DriverTest, LeavesAWriteToTheDriverUntilItHasDoneWithIt) {
 
 // A program calls the functions that it imports from Windows through these pointers, so this file
 // can put functions of its own there.
-// NOLINTBEGIN(bugprone-reserved-identifier)
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier)
 extern "C" {
 decltype(&CreateFileW) __imp_CreateFileW = [](auto, auto access, auto sharing, auto, auto creation,
                                               auto flags, auto) {
@@ -282,4 +282,4 @@ decltype(&CancelIoEx) __imp_CancelIoEx = [](auto, OVERLAPPED* transfer) {
   return TRUE;
 };
 }
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(clang-diagnostic-reserved-identifier)

@@ -18,7 +18,7 @@ UINT WINAPI playedDensity(HWND) { return density; }
 // A program calls what it imports from Windows through such a pointer, so this file can put a
 // function of its own there.
 extern "C" {
-// NOLINTNEXTLINE(bugprone-reserved-identifier)
+// NOLINTNEXTLINE(clang-diagnostic-reserved-identifier)
 decltype(&GetDpiForWindow) __imp_GetDpiForWindow = &playedDensity;
 }
 

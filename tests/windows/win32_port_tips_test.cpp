@@ -57,7 +57,7 @@ TEST(Win32PortTips, DescribeEveryChoiceAndThenOnlyWhatHasChanged) {
 // A program calls what it imports from Windows through such a pointer, so this file can put a
 // function of its own there.
 extern "C" {
-// NOLINTNEXTLINE(bugprone-reserved-identifier)
+// NOLINTNEXTLINE(clang-diagnostic-reserved-identifier)
 decltype(&CoCreateInstance) __imp_CoCreateInstance = [](const auto&, auto, auto, const auto&,
                                                         void** result) {
   *result = &service;
