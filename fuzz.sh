@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs the fuzz targets side by side for the given number of seconds, from the seeds in fuzz/corpus and what
-# earlier runs have found.
+# Runs the fuzz targets side by side for the given number of seconds, from the seeds in fuzz/corpus
+# and what earlier runs have found.
 #
 #   ./fuzz.sh           a minute
 #   ./fuzz.sh 28800     a night
@@ -8,7 +8,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 . tools/packages.sh
 
-install_missing "${build_packages[@]}" clang libclang-rt-dev
+install_missing "${build_packages[@]}" "${clang_packages[@]}"
 cmake --preset fuzz
 cmake --build --preset fuzz
 running=()

@@ -3,8 +3,8 @@
 #
 #   ./test.sh                the tests on this computer
 #   ./test.sh release-test   the same on the release build
-#   ./test.sh asan           the same under AddressSanitizer and UndefinedBehaviorSanitizer
 #   ./test.sh clang          the same by clang
+#   ./test.sh asan           by clang, under AddressSanitizer and UndefinedBehaviorSanitizer
 #   ./test.sh windows        the Windows program, cross-built and run under Wine
 #
 # Arguments that begin with "-", and all after the preset, go to ctest: ./test.sh -R NAME runs one
@@ -19,11 +19,11 @@ if [[ ${1:--} != -* ]]; then
   shift
 fi
 case $preset in
-  dev | release-test | asan)
+  dev | release-test)
     packages=("${test_packages[@]}")
     ;;
-  clang)
-    packages=("${test_packages[@]}" clang)
+  clang | asan)
+    packages=("${test_packages[@]}" "${clang_packages[@]}")
     ;;
   windows)
     packages=("${windows_packages[@]}" "${wine_packages[@]}")

@@ -13,6 +13,9 @@ screen_packages=(
 # To test the program: the same user, GoogleTest, and a screen reader.
 test_packages=("${screen_packages[@]}" libgtest-dev orca speech-dispatcher)
 
+# To build it by clang, with the sanitizers.
+clang_packages=(clang libclang-rt-dev)
+
 # To build the Windows program and its tests.
 windows_packages=(g++-mingw-w64-x86-64-posix googletest)
 
