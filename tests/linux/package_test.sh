@@ -1,10 +1,14 @@
 #!/usr/bin/env bash
 # Makes the Debian packages of the window and of the command, checks them with the tools of
 # distributions, installs them, starts the installed programs, and removes the packages again.
+#
+#   tests/linux/package_test.sh                 of the preset "release"
+#   tests/linux/package_test.sh release-test    of the same programs, where they are built already
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 . tools/packages.sh
 
+preset=${1:-release}
 window=zendor-serial-extractor
 command=zendor-serial-number
 desktop_entry=/usr/share/applications/$window.desktop
@@ -20,9 +24,9 @@ fail() {
 }
 
 make_packages() {
-  cmake --preset release
-  cmake --build --preset release
-  cpack -G DEB --config build/release/CPackConfig.cmake -B "$work"
+  cmake --preset "$preset"
+  cmake --build --preset "$preset"
+  cpack -G DEB --config "build/$preset/CPackConfig.cmake" -B "$work"
   chmod a+rx "$work" # apt reads the packages as a user of its own
 }
 
@@ -88,7 +92,7 @@ check_installed() {
   done
   hands/virtual_screen.sh tests/linux/installed_program_test.py "$(entry Exec)"
   PYTHONPATH=hands PYTHONDONTWRITEBYTECODE=1 tests/whole_program/outcome_test.py \
-    console "$command" build/release/simulator/zendor-pod-simulator
+    console "$command" "build/$preset/simulator/zendor-pod-simulator"
 }
 
 remove_packages() {
