@@ -49,7 +49,7 @@ class ScreenReader:
 
     def __exit__(self, *_):
         for process in reversed(self.processes):
-            process.terminate()
+            process.kill()  # Orca does not always end when it is asked to
             process.wait()
         self.folder.cleanup()
         self.turn.close()
