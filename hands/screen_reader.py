@@ -48,9 +48,11 @@ class ScreenReader:
         return self
 
     def __exit__(self, *_):
-        for process in reversed(self.processes):
-            process.kill()  # Orca does not always end when it is asked to
-            process.wait()
+        service, orca = self.processes
+        orca.kill()  # it does not always end when it is asked to
+        orca.wait()
+        service.terminate()
+        service.wait()
         self.folder.cleanup()
         self.turn.close()
 

@@ -5,6 +5,7 @@ beside that one.
 """
 
 import html
+import itertools
 import pathlib
 import re
 import sys
@@ -34,12 +35,12 @@ def write_down(markup, file):
 
 def main(settings):
     file = pathlib.Path(settings).with_name("said")
-    for line in iter(sys.stdin.readline, ""):
+    for line in sys.stdin:
         request = line.strip()
         if request in ANSWERS_WITH_DATA:
             before, after = ANSWERS_WITH_DATA[request]
             print(before, flush=True)
-            data = "".join(iter(sys.stdin.readline, ".\n"))
+            data = "".join(itertools.takewhile(lambda text: text != ".\n", sys.stdin))
             if request in ("SPEAK", "CHAR", "KEY"):
                 write_down(data, file)
             print(after, flush=True)

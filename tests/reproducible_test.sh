@@ -28,10 +28,9 @@ build_elsewhere() { # in a clone at the given folder
   cmake --build --preset windows
 }
 
-install_missing "${build_packages[@]}" "${test_packages[@]}" "${windows_packages[@]}" \
-  "${wine_packages[@]}" "${deb_packages[@]}" git
-git diff --quiet HEAD || echo 'What is not committed is not in the clone.' >&2
-build_here >/dev/null
+install_missing "${build_packages[@]}" libgtest-dev "${windows_packages[@]}" "${deb_packages[@]}" git
+[ -z "$(git status --porcelain)" ] || echo 'What is not committed is not in the clone.' >&2
+TZ=UTC build_here >/dev/null
 clone=$work/another/folder
 (TZ=Asia/Tokyo build_elsewhere "$clone" >/dev/null)
 

@@ -13,8 +13,8 @@ screen_packages=(
 # To test the program: the same user, GoogleTest, and a screen reader.
 test_packages=("${screen_packages[@]}" libgtest-dev orca speech-dispatcher)
 
-# To build it by clang, with the sanitizers.
-clang_packages=(clang libclang-rt-dev)
+# To build it by clang, with the sanitizers and with what names the lines in their reports.
+clang_packages=(clang libclang-rt-dev llvm)
 
 # To build the Windows program and its tests.
 windows_packages=(g++-mingw-w64-x86-64-posix googletest)
