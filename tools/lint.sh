@@ -12,12 +12,9 @@ git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
 install_missing "${build_packages[@]}" "${test_packages[@]}" "${windows_packages[@]}" \
   clang-tidy
 
-# Lints the sources named on standard input, as the given build folder compiles them. Unknown
-# warning options are allowed, because some options of GCC are unknown to clang. Warnings stay
-# warnings for clang, so that the linter counts them, and a comment can allow one.
+# Lints the sources named on standard input, as the given build folder compiles them.
 tidy() {
-  xargs -P "$(nproc)" -n 4 \
-    clang-tidy --quiet --extra-arg=-Wno-unknown-warning-option --extra-arg=-Wno-error -p "$1" "${@:2}"
+  xargs -P "$(nproc)" -n 4 clang-tidy --quiet -p "$1" "${@:2}"
 }
 
 is_windows=(-e windows/ -e win32/ -e hands/)

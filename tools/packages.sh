@@ -13,7 +13,7 @@ screen_packages=(
 # To test the program: the same user, GoogleTest, and a screen reader.
 test_packages=("${screen_packages[@]}" libgtest-dev orca speech-dispatcher)
 
-# To build it by clang, with the sanitizers and with what names the lines in their reports.
+# To build the program by clang, with the sanitizers and with what names the lines in their reports.
 clang_packages=(clang libclang-rt-dev llvm)
 
 # To build the Windows program and its tests.
