@@ -35,9 +35,9 @@ case $preset in
 esac
 install_missing "${build_packages[@]}" "${packages[@]}"
 
-if [ "$preset" = windows ]; then # its simulated pod is a Linux program
+if [ "$preset" = windows ]; then # its simulated pod is a Linux program, and Wine rests by a Linux library
   cmake --preset release
-  cmake --build --preset release --target zendor-pod-simulator
+  cmake --build --preset release --target zendor-pod-simulator resting_yield
 fi
 cmake --preset "$preset"
 cmake --build --preset "$preset"

@@ -1,8 +1,5 @@
 // The program on the devices that its arguments name, the first one as Serial Port 1, in place of
 // the real ports of the computer.
-#include <sched.h>
-
-#include <ctime>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -10,14 +7,6 @@
 
 #include "platform/linux/linux_serial_port.h"
 #include "program/linux/run_program.h"
-
-// The tests run several windows side by side. A request that only yields takes all of a processor,
-// and several of them keep the kernel for seconds from handing over what passes the
-// pseudo-terminals. So these windows rest for a moment instead.
-int sched_yield() noexcept {
-  constexpr timespec kMoment{0, 100'000};
-  return ::nanosleep(&kMoment, nullptr);
-}
 
 int main(int argc, char** argv) {
   const std::vector<std::string> arguments(argv, argv + argc);
