@@ -20,5 +20,5 @@ set(CMAKE_EXE_LINKER_FLAGS_INIT
     "-static -fstack-protector-strong -Wl,--no-insert-timestamp -Wl,--tsaware")
 
 # Tests run under Wine. They are listed when ctest is called, so that building needs no Wine.
-set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../hands/wine.sh ${CMAKE_BINARY_DIR}/wine wine)
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../hands/wine.sh ${CMAKE_BINARY_DIR}/wine/unit_tests wine)
 set(CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE PRE_TEST)

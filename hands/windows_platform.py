@@ -2,6 +2,8 @@
 windows through another program, the reader."""
 
 import collections
+import fcntl
+import itertools
 import pathlib
 import subprocess
 
@@ -50,6 +52,19 @@ FACE = "00" * 12 + "90010000" + "00" * 8 + "Tahoma".encode("utf-16-le").hex()
 USUAL, LARGE = ((height + "ffffff" + FACE).ljust(184, "0") for height in ("f5", "e5"))
 
 
+def free_wine(folder):
+    """The first Wine of that folder that no other test uses, and a lock on it, which is a file and ends
+    when that is closed."""
+    folder.mkdir(exist_ok=True)
+    for number in itertools.count(1):
+        lock = open(folder / f"{number}.lock", "w")
+        try:
+            fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+            return folder / str(number), lock
+        except BlockingIOError:
+            lock.close()
+
+
 class Windows:
     """COM1 to COM4 are links in a folder, so that a test can put a device behind a number while
     Windows runs. All four are named, because Wine would give a free number to a real port of the
@@ -68,13 +83,13 @@ class Windows:
 
     def __init__(self, build):
         self.build = pathlib.Path(build).resolve()
-        self.prefix = self.build / "wine"
-        self.folder = self.build / "ports"
-        self.folder.mkdir(exist_ok=True)
+        self.prefix, self.lock = free_wine(self.build / "wine")
+        self.folder = self.prefix / "ports"
         self.reader = None
 
     def close(self):
         self.shut_down()
+        self.lock.close()
 
     def run(self, *command, check=True):
         subprocess.run([WINE, self.prefix, *command], check=check, **SILENT)
@@ -100,6 +115,7 @@ class Windows:
         self.managed = managed == "Y"
         background, text = (" ".join(map(str, color)) for color in colors)
         self.shut_down()
+        self.folder.mkdir(exist_ok=True)
         wanted, present = self.prefix / "wanted.reg", self.prefix / "present.reg"
         wanted.write_text(SETTINGS.format(
             folder=self.folder, managed=managed, density=density,
@@ -165,7 +181,6 @@ class WindowsConsole(Windows):
         program that starts them."""
         super().set_up()
         self.reader = Reader(self)
-        self.reader.windows()
 
     def user(self, *devices):
         self.attach(*devices)
@@ -188,13 +203,15 @@ def place_of(row):
 
 
 class Reader:
-    """What the visible windows show, as the reader program lists it."""
+    """What the visible windows show, as the reader program lists it. Once it is made, Windows has
+    started, which refuses a program now and then that comes before."""
 
     def __init__(self, windows):
         self.process = windows.launch(
             "hands/window_reader.exe",
             stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, encoding="utf-8",
         )
+        self.windows()
 
     def close(self):
         self.process.stdin.close()
@@ -213,7 +230,7 @@ class Reader:
         found = []
         for line in iter(self.process.stdout.readline, "\n"):
             if not line:
-                raise EOFError("The reader of the windows has ended")
+                raise EOFError(f"The reader of the windows ended with status {self.process.wait()}")
             level, kind, state, left, top, right, bottom, text = line.rstrip("\n").split("\t")
             text = text.replace("\\r\\n", "\n").replace("\\n", "\n")
             places = map(int, (left, top, right, bottom))
