@@ -12,14 +12,46 @@ git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
 install_missing "${build_packages[@]}" "${test_packages[@]}" "${windows_packages[@]}" \
   clang-tidy
 
-# Lints the sources named on standard input, as the given build folder compiles them.
-tidy() {
-  xargs -P "$(nproc)" -n 4 clang-tidy --quiet -p "$1" "${@:2}"
+# Looks at the files that standard input names, and names those that clang-tidy has something to say
+# about.
+look() { # OPTION...
+  xargs --no-run-if-empty -P "$(nproc)" -n 1 \
+    bash -c 'clang-tidy --quiet "$@" >/dev/null 2>&1 || echo "${!#}"' look "$@"
 }
 
-is_windows=(-e windows/ -e win32/ -e hands/window_reader)
-cmake --preset dev -B build/lint -DZENDOR_BENCH=ON -DZENDOR_FUZZ=ON >/dev/null
-git ls-files '*.cpp' | grep -v "${is_windows[@]}" | tidy build/lint
+# Lints the sources of those targets of a preset of which one has a path that matches the pattern.
+#
+# Most of the time goes into what they include. So the sources of a target are looked at as one, each
+# with its text in the place of an include, because the analyzer passes over what is included. Where
+# there is something to say, they are looked at one by one, and that counts: it tells the place, and
+# two sources may use one name for themselves.
+#
+# The analyzer goes through the branches of a function. A test has one with every line that it expects,
+# and the sanitizers see what happens in it, so the analyzer leaves a function of a test sooner.
+brief=(-Xclang -analyzer-config -Xclang max-nodes=20000)
+lint() { # PRESET PATTERN OPTION...
+  local whole=build/lint-$1 single=build/lint-$1-single options=("${@:3}") bundles bundle suspicious
+  local everything=(-DZENDOR_BENCH=ON -DZENDOR_FUZZ=ON)
+  cmake --preset "$1" -B "$whole" "${everything[@]}" \
+    -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0 >/dev/null
+  bundles=$(sed -n 's/^ *"file": "\(.*\)",*$/\1/p' "$whole/compile_commands.json" |
+    xargs grep -lE "^#include \"$PWD/.*$2")
+  for bundle in $bundles; do
+    sed -n 's/^#include "\(.*\)"$/\1/p' "$bundle" >"$bundle.members"
+    sed -i 's/^#include \(".*"\)$/cat \1/e' "$bundle"
+  done
+  suspicious=$(
+    sed "\|$whole/tests/|d" <<<"$bundles" | look -p "$whole" "${options[@]}"
+    sed -n "\|$whole/tests/|p" <<<"$bundles" |
+      look -p "$whole" "${options[@]}" "${brief[@]/#/--extra-arg=}"
+  )
+  [ -n "$suspicious" ] || return 0
+  cmake --preset "$1" -B "$single" "${everything[@]}" >/dev/null
+  sed 's/$/.members/' <<<"$suspicious" | xargs cat | sort -u |
+    xargs -P "$(nproc)" -n 1 clang-tidy --quiet -p "$single" "${options[@]}"
+}
+
+lint dev '\.cpp'
 
 # clang uses the C++ library and the Windows headers of the cross compiler. The Windows headers
 # come last, so that clang's own intrinsics come before theirs.
@@ -28,6 +60,5 @@ as_windows=(--extra-arg=--target=$target --extra-arg=-idirafter/usr/$target/incl
 while read -r folder; do
   as_windows+=("--extra-arg=-isystem$folder")
 done < <($target-g++-posix -xc++ -E -v /dev/null 2>&1 | grep '^ /.*/c++')
-cmake --preset windows -B build/lint-windows >/dev/null
-git ls-files '*.cpp' | grep "${is_windows[@]}" | tidy build/lint-windows "${as_windows[@]}"
+lint windows '(windows|win32|hands)/' "${as_windows[@]}"
 echo 'Format and static analysis have nothing to say.'
